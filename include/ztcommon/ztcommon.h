@@ -1,0 +1,4 @@
+// Everything of ZtCommon in one include.
+#pragma once
+
+#include "ztcommon/foundation.h"

@@ -1,0 +1,11 @@
+#!/usr/bin/env bash
+# What `make run` shows: ztc at work on the bundled samples, one family at a time.
+set -euo pipefail
+ztc=${1:?path of ztc}
+cd "$(dirname "$0")/.."
+
+step() { printf '\n$ ztc %s\n' "$*"; "$ztc" "$@"; }
+
+"$ztc" --version
+step convert --from ISO-8859-1 samples/latin1.txt
+step error 0x0205 0x0380 0x0180 0x0300
