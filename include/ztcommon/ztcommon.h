@@ -2,3 +2,4 @@
 #pragma once
 
 #include "ztcommon/foundation.h"
+#include "ztcommon/util.h"
