@@ -19,5 +19,8 @@ write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/ZtCommonConfigVersi
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/ZtCommonConfig.cmake
               ${CMAKE_CURRENT_BINARY_DIR}/ZtCommonConfigVersion.cmake DESTINATION ${ZT_CMAKE_DIR})
 
+# The .pc file finds its prefix from its own place, so a package installed with --prefix works.
+file(RELATIVE_PATH ZT_PC_TO_PREFIX /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+string(REGEX REPLACE "/$" "" ZT_PC_TO_PREFIX "${ZT_PC_TO_PREFIX}")
 configure_file(cmake/ztcommon.pc.in ${CMAKE_CURRENT_BINARY_DIR}/ztcommon.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/ztcommon.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
