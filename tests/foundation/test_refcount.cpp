@@ -50,7 +50,8 @@ TEST(RefCount, FirstPointerTakesTheOnlyReferenceAndLastReleaseDestroys) {
         EXPECT_EQ(p->getRefCount(), 1);
         ZtPtr<Tracked> q = p;
         EXPECT_EQ(raw->getRefCount(), 2);
-        p = p; // self-assignment keeps the count
+        ZtPtr<Tracked>& alias = p;
+        p = alias; // self-assignment keeps the count
         EXPECT_EQ(raw->getRefCount(), 2);
         ZtPtr<Tracked> moved = std::move(q);
         EXPECT_TRUE(q.isNull());
