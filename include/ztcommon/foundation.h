@@ -51,8 +51,8 @@ inline constexpr unsigned int XmlSerializer = 0x5DCEE8F5u;
 class ZT_EXPORT ZtObjectBase {
 public:
     ZtObjectBase() = default;
-    ZtObjectBase(const ZtObjectBase&) {}
-    ZtObjectBase& operator=(const ZtObjectBase&) { return *this; }
+    ZtObjectBase(const ZtObjectBase&) = default;
+    ZtObjectBase& operator=(const ZtObjectBase&) = default;
     virtual ~ZtObjectBase();
 
     virtual unsigned int getTypeID() const = 0;
@@ -65,13 +65,21 @@ public:
 // body: ZT_DECLARE_TYPE(ZtElement, ZtNode, ZtTypeId::Element).
 #define ZT_DECLARE_TYPE_BASE(Class, Parent, Id)                                                    \
 public:                                                                                            \
-    static constexpr unsigned int getStaticTypeID() { return Id; }                               \
-    bool isA(unsigned int id) const override { return id == (Id) || Parent::isA(id); }
+    static constexpr unsigned int getStaticTypeID() {                                              \
+        return Id;                                                                                 \
+    }                                                                                              \
+    bool isA(unsigned int id) const override {                                                     \
+        return id == (Id) || Parent::isA(id);                                                      \
+    }
 
 #define ZT_DECLARE_TYPE(Class, Parent, Id)                                                         \
     ZT_DECLARE_TYPE_BASE(Class, Parent, Id)                                                        \
-    unsigned int getTypeID() const override { return Id; }                                        \
-    UnicodeString getTypeName() const override { return UnicodeString(#Class, -1, US_INV); }
+    unsigned int getTypeID() const override {                                                      \
+        return Id;                                                                                 \
+    }                                                                                              \
+    UnicodeString getTypeName() const override {                                                   \
+        return UnicodeString(#Class, -1, US_INV);                                                  \
+    }
 
 // Intrusively, atomically reference-counted object. A new object has count 0; the first ZtPtr
 // that takes it raises the count to 1 and the release that brings it below 1 destroys it.
@@ -125,16 +133,18 @@ public:
     ZtPtr(const ZtPtr& other) : ZtPtr(other.p_) {}
     ZtPtr(ZtPtr&& other) noexcept : p_(std::exchange(other.p_, nullptr)) {}
     template <class U>
-        requires std::convertible_to<U*, T*>
-    ZtPtr(const ZtPtr<U>& other) : ZtPtr(static_cast<T*>(other.get())) {}
+    requires std::convertible_to<U*, T*> ZtPtr(const ZtPtr<U>& other)
+        : ZtPtr(static_cast<T*>(other.get())) {}
     template <class U>
-        requires std::convertible_to<U*, T*>
-    ZtPtr(ZtPtr<U>&& other) noexcept : p_(other.detach()) {}
+    requires std::convertible_to<U*, T*> ZtPtr(ZtPtr<U>&& other)
+    noexcept : p_(other.detach()) {}
     ~ZtPtr() {
         if (p_)
             p_->release();
     }
 
+    // reset() takes the new reference before dropping the old one, so p = p is safe.
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment)
     ZtPtr& operator=(const ZtPtr& other) { return reset(other.p_); }
     ZtPtr& operator=(ZtPtr&& other) noexcept {
         if (this != &other) {
@@ -148,15 +158,14 @@ public:
     ZtPtr& operator=(T* p) { return reset(p); }
     // Checked down-cast from any reference-counted pointer.
     template <class U>
-        requires(std::derived_from<U, ZtRCObject> && !std::convertible_to<U*, T*>)
-    ZtPtr& operator=(U* p) {
+    requires(std::derived_from<U, ZtRCObject> && !std::convertible_to<U*, T*>) ZtPtr&
+    operator=(U* p) {
         if (static_cast<const ZtRCObject*>(p) == static_cast<const ZtRCObject*>(p_))
             return *this;
         return reset(p && p->isA(T::getStaticTypeID()) ? static_cast<T*>(p) : nullptr);
     }
     template <class U>
-        requires std::derived_from<U, ZtRCObject>
-    ZtPtr& operator=(const ZtPtr<U>& other) {
+    requires std::derived_from<U, ZtRCObject> ZtPtr& operator=(const ZtPtr<U>& other) {
         return *this = other.get();
     }
 
@@ -198,7 +207,7 @@ public:
     ZtLock() = default;
     ZtLock(const ZtLock&) = delete;
     ZtLock& operator=(const ZtLock&) = delete;
-    ~ZtLock();
+    ~ZtLock() = default;
 
     void lock() { mutex_.lock(); }
     void unlock() { mutex_.unlock(); }
@@ -277,7 +286,7 @@ public:
     ZtCStr(const ZtCStr& other);
     ZtCStr& operator=(const ZtCStr& other);
     ZtCStr& operator=(const UnicodeString& text);
-    virtual ~ZtCStr();
+    ~ZtCStr() override;
 
     // The text in `charset` (null: the default charset, UTF-8). The reference stays valid
     // until the next call or the holder's destruction.

@@ -54,7 +54,9 @@ ZtCStr& ZtCStr::operator=(const UnicodeString& text) {
     return *this;
 }
 
-ZtCStr::~ZtCStr() { delete[] charset_; }
+ZtCStr::~ZtCStr() {
+    delete[] charset_;
+}
 
 void ZtCStr::setCharset(const char* charset) const {
     char* copy = copyCharset(charset);

@@ -15,7 +15,9 @@ char curlModuleTag;
 [[maybe_unused]] const char* strerrorText(int result, const char* buffer) {
     return result == 0 ? buffer : nullptr;
 }
-[[maybe_unused]] const char* strerrorText(const char* result, const char*) { return result; }
+[[maybe_unused]] const char* strerrorText(const char* result, const char*) {
+    return result;
+}
 
 UnicodeString trimmed(const char* text) {
     if (!text)
@@ -34,8 +36,8 @@ UnicodeString ZtError::getLastErrorMessage(unsigned long errorNumber, void* modu
     if (module != nullptr || errorNumber > 0x7FFFFFFFul)
         return UnicodeString();
     char buffer[256] = {};
-    const char* text = strerrorText(strerror_r(static_cast<int>(errorNumber), buffer, sizeof buffer),
-                                    buffer);
+    const char* text =
+        strerrorText(strerror_r(static_cast<int>(errorNumber), buffer, sizeof buffer), buffer);
     UnicodeString result = trimmed(text);
     // glibc answers "Unknown error N" for numbers it does not know: that is no text.
     if (result.startsWith(UnicodeString(u"Unknown error")))

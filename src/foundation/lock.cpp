@@ -5,13 +5,13 @@
 
 namespace ZtCommonNS {
 
-ZtLock::~ZtLock() = default;
-
 namespace {
 __attribute__((init_priority(101))) ZtLock globalLock;
 } // namespace
 
-ZtLock& ZtLock::getGlobalLock() { return globalLock; }
+ZtLock& ZtLock::getGlobalLock() {
+    return globalLock;
+}
 
 __attribute__((init_priority(101))) const ZtEmptyString ZtEmptyString::EMPTY_VALUE;
 __attribute__((init_priority(101))) const ZtBogusString ZtBogusString::BOGUS_VALUE;

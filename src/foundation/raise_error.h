@@ -72,12 +72,12 @@ enum : int {
 // arg1 names the argument (or the URI, file name, tag, as the code requires); arg2 is the
 // second text some messages need.
 [[noreturn]] void raiseError(int code, int sourceId,
-                                       const UnicodeString& arg1 = ZtEmptyString::getEmptyString(),
-                                       const UnicodeString& arg2 = ZtEmptyString::getEmptyString());
+                             const UnicodeString& arg1 = ZtEmptyString::getEmptyString(),
+                             const UnicodeString& arg2 = ZtEmptyString::getEmptyString());
 
 // The error raiseError would throw, without throwing it.
 ZtError makeRaisedError(int code, int sourceId, const UnicodeString& arg1,
-                                  const UnicodeString& arg2);
+                        const UnicodeString& arg2);
 
 // Inside a catch block at the library's boundary: turns the exception being handled into a
 // ZtError (out of memory gives code 1, another standard exception code 2) and throws it.

@@ -84,7 +84,8 @@ TEST(Error, ConstructorsAndAccessors) {
     std::runtime_error std("caf\xc3\xa9 broke");
     ZtError fromStd(std, u"here");
     EXPECT_EQ(fromStd.getErrorCode(), 2);
-    EXPECT_EQ(fromStd.getRawMessage(), UnicodeString(u"SYSTEM ERROR: C++ exception: caf\u00e9 broke"));
+    EXPECT_EQ(fromStd.getRawMessage(),
+              UnicodeString(u"SYSTEM ERROR: C++ exception: caf\u00e9 broke"));
 }
 
 TEST(Error, PositionDescriptionRules) {
@@ -176,8 +177,7 @@ TEST(RaiseError, EveryCodeHasItsExactMessageUriAndSource) {
          u"ZtCommonNS::ZtXmlSerializerImpl::attributeSub"},
         {14, 22, u"", u"", u"SYSTEM ERROR: Unexpected endTag().", u"",
          u"ZtCommonNS::ZtXmlSerializerImpl::endTagt"},
-        {15, 22, u"b", u"a",
-         u"SYSTEM ERROR: End tag 'b' does not match the start tag 'a'.", u"",
+        {15, 22, u"b", u"a", u"SYSTEM ERROR: End tag 'b' does not match the start tag 'a'.", u"",
          u"ZtCommonNS::ZtXmlSerializerImpl::endTagt"},
         {16, 23, u"", u"", u"SYSTEM ERROR: Unexpected docdecl().", u"", u""},
         {18, 1, u"", u"", u"SYSTEM ERROR: Unsupported node type.", u"",
@@ -248,8 +248,8 @@ TEST(RaiseError, SourceTableIncludingCutNames) {
         u"ZtTempFile",
     };
     for (int id = 0; id < 27; ++id) {
-        UnicodeString want = expected[id] ? UnicodeString(u"ZtCommonNS::") + expected[id]
-                                          : UnicodeString();
+        UnicodeString want =
+            expected[id] ? UnicodeString(u"ZtCommonNS::") + expected[id] : UnicodeString();
         EXPECT_EQ(utf8(raised(3, id).getSource()), utf8(want)) << "source id " << id;
     }
     EXPECT_TRUE(raised(3, 27).getSource().isEmpty());

@@ -117,7 +117,8 @@ TEST(CStr, ConstructorsAndCopies) {
     EXPECT_EQ(copy.getBytes("Shift_JIS"), std::string("\x81\x40", 2));
     copy.append(u'a');
     EXPECT_EQ(original.getBytes("Shift_JIS"), std::string("\x81\x40", 2));
-    EXPECT_EQ(copy.getBytes("UTF-8"), std::string("\xe3\x80\x80" "a"));
+    EXPECT_EQ(copy.getBytes("UTF-8"), std::string("\xe3\x80\x80"
+                                                  "a"));
     copy = original;
     EXPECT_EQ(copy, original);
     EXPECT_STREQ(copy.getCharset(), "Shift_JIS");

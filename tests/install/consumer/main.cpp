@@ -18,8 +18,8 @@ int main() {
     ZtCStr text(std::string("caf\xe9"), "ISO-8859-1");
     ZtError error(0x0205, u"warning", u"consumer", 3, 4, u"file:///x");
     if (counter->getRefCount() != 2 || text.getBytes("UTF-8") != "caf\xc3\xa9" ||
-        error.getErrorLevel() != ZT_ERROR_LEVEL_ERROR || ZtUtfStr(error.getMessage()).getBytes() !=
-                                                             "warning\nLine 3, Col 4, file:///x") {
+        error.getErrorLevel() != ZT_ERROR_LEVEL_ERROR ||
+        ZtUtfStr(error.getMessage()).getBytes() != "warning\nLine 3, Col 4, file:///x") {
         std::cout << "consumer failed\n";
         return 1;
     }
