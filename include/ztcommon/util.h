@@ -8,6 +8,8 @@
 
 namespace ZtCommonNS {
 
+class ZtName;
+
 class ZT_EXPORT ZtUtil {
 public:
     ZtUtil() = delete;
@@ -27,6 +29,13 @@ public:
     ZtXmlUtil() = delete;
 
     // --- Qualified names (dom.h) ---
+
+    // "prefix:local", or the local name alone when the prefix is empty.
+    static ZtName makeQName(ZtName prefix, ZtName local);
+    // The parts of a qualified name split at its first colon. A name without a colon (or with
+    // a colon only at its start or end) has an empty prefix and is its own local part.
+    static ZtName getPrefixFromQName(ZtName qname);
+    static ZtName getLocalPartFromQName(ZtName qname);
 };
 
 } // namespace ZtCommonNS

@@ -1,6 +1,7 @@
 // Everything of ZtCommon in one include.
 #pragma once
 
+#include "ztcommon/dom.h"
 #include "ztcommon/foundation.h"
 #include "ztcommon/util.h"
 #include "ztcommon/value.h"

@@ -1,0 +1,56 @@
+// Helpers of the tree tests: building small trees from a compact notation, describing trees
+// back as text, checking every link of a child list, and catching raised errors.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "ztcommon/dom.h"
+
+namespace domtest {
+
+using namespace ZtCommonNS;
+
+inline std::string utf8(const UnicodeString& text) {
+    std::string out;
+    text.toUTF8String(out);
+    return out;
+}
+
+inline ZtName name(const char* text) {
+    return ZtName(UnicodeString::fromUTF8(text));
+}
+
+inline ZtPtr<ZtDocument> newDocument() {
+    return ZtPtr<ZtDocument>(new ZtDocument());
+}
+
+// A node as one word: an element by its node name, a text node as '#' and its text.
+inline std::string label(const ZtNode* node) {
+    if (!node)
+        return "null";
+    if (node->isText())
+        return "#" + utf8(node->getText());
+    return utf8(node->getNodeName().getNameString());
+}
+
+// Builds children under `parent` from a notation such as "a(#x b) c": names are elements,
+// '#' and a word a text node, parentheses hold children. Returns nothing; the tree owns them.
+void build(ZtNode* parent, const std::string& spec);
+
+// The subtree below `node` in the same notation (children only), read with the fast links.
+std::string describe(const ZtNode* node);
+
+// Checks every link of node's child list both ways: the circle through the last child, null
+// at both ends of the public accessors, parents, and the counts of the public accessors.
+void expectLinksConsistent(const ZtNode* node);
+
+// Runs `action`, which must raise a ZtError; returns it (a default error when none came).
+ZtError raised(const std::function<void()>& action);
+
+// Checks code, raw message and source of an error raised by the tree.
+void expectError(const ZtError& error, int code, const char* message, const char* source);
+
+} // namespace domtest
