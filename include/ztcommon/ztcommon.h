@@ -2,4 +2,5 @@
 #pragma once
 
 #include "ztcommon/foundation.h"
+#include "ztcommon/text.h"
 #include "ztcommon/util.h"
