@@ -9,6 +9,7 @@
 
 #include "ztcommon/export.h"
 #include "ztcommon/foundation.h"
+#include "ztcommon/text_ranges.h"
 
 namespace ZtCommonNS {
 
@@ -37,7 +38,7 @@ struct TR50VO {
 using TR50VOMap = std::unordered_map<UChar32, TR50VO>;
 
 // How isInseparableCharEx judges whether a pair of characters may be broken between.
-enum INSEPARABLECHAR_METHOD {
+enum INSEPARABLECHAR_METHOD : int {
     INSEPARABLECHAR_NONE = 0,  // every pair may be broken
     INSEPARABLECHAR_JIS = 1,   // the pairs of isInseparableChar (Japanese typesetting)
     INSEPARABLECHAR_UAX14 = 2, // the pairs Unicode line breaking never breaks by class alone:
@@ -59,38 +60,78 @@ public:
     ZtChar& operator=(const ZtChar&) = default;
 
     // ---- XML characters and names
-    static bool isValidChar(UChar32 c);   // XML 1.0 Char
-    static bool isValidChar11(UChar32 c); // XML 1.1 Char without the restricted controls
+    static bool isValidChar(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kValidChar);
+    } // XML 1.0 Char
+    static bool isValidChar11(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kValidChar11);
+    } // XML 1.1 Char without the restricted controls
     // Name start characters stop before U+F0000 (planes 15 and 16 are excluded on purpose).
-    static bool isNCNameStartChar(UChar32 c);
-    static bool isNCNameChar(UChar32 c);
-    static bool isNCNameCharForCSSExp(UChar32 c); // isNCNameChar without "-"
-    static bool isNameStartChar(UChar32 c);       // the NC forms plus ":"
-    static bool isNameChar(UChar32 c);
+    static bool isNCNameStartChar(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kNCNameStartChar);
+    }
+    static bool isNCNameChar(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kNCNameChar);
+    }
+    static bool isNCNameCharForCSSExp(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kNCNameCharForCSSExp);
+    } // isNCNameChar without "-"
+    static bool isNameStartChar(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kNameStartChar);
+    } // the NC forms plus ":"
+    static bool isNameChar(UChar32 c) { return ZtCharRanges::inRanges(c, ZtCharRanges::kNameChar); }
     static bool isNCNameStr(const UnicodeString& s); // non-empty and a valid NCName
     static bool isNameStr(const UnicodeString& s);
-    static bool isMIMETokenChar(UChar32 c);
+    static bool isMIMETokenChar(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kMIMETokenChar);
+    }
 
     // ---- White space and breaks
-    static bool isWhitespace(UChar32 c); // TAB, LF, CR, SPACE
-    static bool isCssWhitespace(UChar32 c);
-    static bool isCssWhitespaceWoNewline(UChar32 c);
-    static bool isCssNewline(UChar32 c);
-    static bool isSpaceChar(UChar32 c);  // SPACE, NO-BREAK SPACE
-    static bool isSpaceChar2(UChar32 c); // isWhitespace or NO-BREAK SPACE
-    static bool isHardBreak(UChar32 c);
-    static bool isHardBreakOrInvalid(UChar32 c); // also U+FFFF, what reading past a text gives
-    static bool isFixedWidthSpaceChar(UChar32 c);
-    static bool isZeroWidthSpaceChar(UChar32 c);
+    static bool isWhitespace(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kWhitespace);
+    } // TAB, LF, CR, SPACE
+    static bool isCssWhitespace(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kCssWhitespace);
+    }
+    static bool isCssWhitespaceWoNewline(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kCssWhitespaceWoNewline);
+    }
+    static bool isCssNewline(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kCssNewline);
+    }
+    static bool isSpaceChar(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kSpaceChar);
+    } // SPACE, NO-BREAK SPACE
+    static bool isSpaceChar2(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kSpaceChar2);
+    } // isWhitespace or NO-BREAK SPACE
+    static bool isHardBreak(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kHardBreak);
+    }
+    static bool isHardBreakOrInvalid(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kHardBreakOrInvalid);
+    } // also U+FFFF, what reading past a text gives
+    static bool isFixedWidthSpaceChar(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kFixedWidthSpaceChar);
+    }
+    static bool isZeroWidthSpaceChar(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kZeroWidthSpaceChar);
+    }
     static bool isEmptyOrWhitespace(const UnicodeString& s);
     static bool isWhitespace(const UnicodeString& s); // non-empty and only white space
     static bool isZeroWidthControlCode(UChar32 c);
 
     // ---- ASCII
-    static bool isAsciiDigit(UChar32 c);
-    static bool isAsciiDigitNonzero(UChar32 c);
-    static bool isAsciiLetter(UChar32 c);
-    static bool isHexDigit(UChar32 c);
+    static bool isAsciiDigit(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kAsciiDigit);
+    }
+    static bool isAsciiDigitNonzero(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kAsciiDigitNonzero);
+    }
+    static bool isAsciiLetter(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kAsciiLetter);
+    }
+    static bool isHexDigit(UChar32 c) { return ZtCharRanges::inRanges(c, ZtCharRanges::kHexDigit); }
     // Value of a hexadecimal digit. No check is made: "g" gives 16.
     static int hex2dig(UChar32 c) { return c >= '0' && c <= '9' ? c - '0' : ((c - 1) & 15) + 10; }
 
@@ -102,9 +143,15 @@ public:
     static bool isZenkakuAmbiguous(UEastAsianWidth width);
     static bool isHankaku(UChar32 c); // half-width only
     static bool isHankaku(UEastAsianWidth width);
-    static bool isHankakuChar(UChar32 c); // ASCII or half-width katakana
-    static bool isHankakuKana(UChar32 c);
-    static bool isHalf(UChar32 c); // the Windows Latin-1 repertoire, plus U+2010
+    static bool isHankakuChar(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kHankakuChar);
+    } // ASCII or half-width katakana
+    static bool isHankakuKana(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kHankakuKana);
+    }
+    static bool isHalf(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kHalf);
+    } // the Windows Latin-1 repertoire, plus U+2010
 
     // ---- General category
     static UCharCategory getCategory(UChar32 c);
@@ -126,27 +173,60 @@ public:
     static bool isHalfPunct(UChar32 c);
 
     // ---- Other fixed sets
-    static bool isHyphen(UChar32 c, bool noSoftHyphen = false);
-    static bool isMathOperator(UChar32 c);
-    static bool isArabic(UChar32 c);
-    static bool isArabicScript(UChar32 c); // without the Arabic digits
-    static bool isHebrewScript(UChar32 c);
-    static bool isDevanagariScript(UChar32 c);
-    static bool isPUA(UChar32 c);
-    static bool isZenkakuMidDotEtc(UChar32 c);
-    static bool isFullStopChar(UChar32 c);
-    static bool isVariationSelectorCharacter(UChar32 c);
-    static bool isIdeographicVariationSelectorCharacter(UChar32 c);
-    static bool isCurrencySymbol(UChar32 c);
-    static bool isBullet(UChar32 c);
-    static bool isAmbiguousHan(UChar32 c);
-    static bool isKanaKanjiCJK(UChar32 c);
-    static bool isNonStarterJIS(UChar32 c);
-    static bool isNoVerticalChar(UChar32 c);
+    static bool isHyphen(UChar32 c, bool noSoftHyphen = false) {
+        return noSoftHyphen ? ZtCharRanges::inRanges(c, ZtCharRanges::kHyphenNoSoftHyphen)
+                            : ZtCharRanges::inRanges(c, ZtCharRanges::kHyphen);
+    }
+    static bool isMathOperator(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kMathOperator);
+    }
+    static bool isArabic(UChar32 c) { return ZtCharRanges::inRanges(c, ZtCharRanges::kArabic); }
+    static bool isArabicScript(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kArabicScript);
+    } // without the Arabic digits
+    static bool isHebrewScript(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kHebrewScript);
+    }
+    static bool isDevanagariScript(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kDevanagariScript);
+    }
+    static bool isPUA(UChar32 c) { return ZtCharRanges::inRanges(c, ZtCharRanges::kPUA); }
+    static bool isZenkakuMidDotEtc(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kZenkakuMidDotEtc);
+    }
+    static bool isFullStopChar(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kFullStopChar);
+    }
+    static bool isVariationSelectorCharacter(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kVariationSelector);
+    }
+    static bool isIdeographicVariationSelectorCharacter(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kIdeographicVariationSelector);
+    }
+    static bool isCurrencySymbol(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kCurrencySymbol);
+    }
+    static bool isBullet(UChar32 c) { return ZtCharRanges::inRanges(c, ZtCharRanges::kBullet); }
+    static bool isAmbiguousHan(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kAmbiguousHan);
+    }
+    static bool isKanaKanjiCJK(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kKanaKanjiCJK);
+    }
+    static bool isNonStarterJIS(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kNonStarterJIS);
+    }
+    static bool isNoVerticalChar(UChar32 c) {
+        return ZtCharRanges::inRanges(c, ZtCharRanges::kNoVertical);
+    }
     // The symbols of JIS X 0208 rows 1, 2 and 8 (punctuation, signs, box drawing) under every
     // Japanese mapping ICU knows, so that variants such as U+301C and U+FF5E both count.
     static bool isSymbolJIS(UChar32 c);
-    static bool isInseparableChar(UChar32 c, UChar32 next);
+    static bool isInseparableChar(UChar32 c, UChar32 next) {
+        if (ZtCharRanges::inRanges(c, ZtCharRanges::kInseparableRepeated))
+            return next == c;
+        return next == 0x3035 && ZtCharRanges::inRanges(c, ZtCharRanges::kKunojitenUpper);
+    }
     static bool isInseparableCharEx(UChar32 c, UChar32 next, INSEPARABLECHAR_METHOD method);
 
     // ---- Conversions

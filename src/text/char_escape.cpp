@@ -1,11 +1,10 @@
 // ZtChar: turning any text into a valid NCName and back, and into a CSS identifier.
 #include "foundation/raise_error.h"
-#include "text/char_tables.h"
 #include "ztcommon/text.h"
 
 namespace ZtCommonNS {
 
-using namespace CharTables;
+using namespace ZtCharRanges;
 
 namespace {
 

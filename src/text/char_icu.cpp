@@ -2,7 +2,6 @@
 // integer-property queries look up U+337B when asked about U+32FF; host programs depend on
 // the answers of that substitution. Line-break classes and the category tests use the
 // character itself.
-#include "text/char_tables.h"
 #include "ztcommon/text.h"
 
 namespace ZtCommonNS {

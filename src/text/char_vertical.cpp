@@ -1,6 +1,5 @@
 // ZtChar: vertical orientation (Unicode's Vertical_Orientation property, UAX #50) with
 // caller-supplied overrides, and the pairs that must not be broken in a line.
-#include "text/char_tables.h"
 #include "ztcommon/text.h"
 
 namespace ZtCommonNS {

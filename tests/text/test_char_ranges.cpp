@@ -8,12 +8,12 @@
 
 #include <gtest/gtest.h>
 
-#include "text/char_tables.h"
 #include "text_test_util.h"
 #include "ztcommon/text.h"
+#include "ztcommon/text_ranges.h"
 
 using namespace ZtCommonNS;
-using CharTables::CharRange;
+using ZtCharRanges::CharRange;
 
 namespace {
 
@@ -24,7 +24,7 @@ struct RangeSet {
 };
 
 std::vector<RangeSet> allSets() {
-    using namespace CharTables;
+    using namespace ZtCharRanges;
     return {
         {"isValidChar", ZtChar::isValidChar, kValidChar},
         {"isValidChar11", ZtChar::isValidChar11, kValidChar11},

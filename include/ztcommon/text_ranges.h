@@ -1,40 +1,45 @@
 // The fixed character sets of ZtChar, written once as sorted lists of inclusive code-point
-// ranges. The classification functions answer from these lists and the tests walk the same
-// lists to check every range boundary, so a set is defined in exactly one place.
+// ranges. ZtChar's classification functions are inline lookups in these lists (so that a
+// caller's per-character loop costs a few compares, never a call into ICU), and the tests
+// walk the same lists to check every range boundary: each set is defined in exactly one place.
 //
 // Every list is canonical: sorted, with neither overlapping nor touching ranges (touching
 // ranges are merged), so that first-1 and last+1 of every range lie outside the set.
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 #include <unicode/umachine.h>
 
-namespace ZtCommonNS::CharTables {
+namespace ZtCommonNS::ZtCharRanges {
 
 struct CharRange {
     UChar32 first;
     UChar32 last; // inclusive
 };
 
-// Membership test: a short forward scan for small lists, a binary search for long ones.
+// Membership test, written without data-dependent branches: text mixes scripts, so the
+// outcome of each compare is hard to predict. Short lists are tested range by range (one
+// unsigned compare each); long ones by a branchless binary search for the first range that
+// does not end before c.
 template <std::size_t N> constexpr bool inRanges(UChar32 c, const CharRange (&table)[N]) {
     if constexpr (N <= 8) {
+        bool found = false;
         for (const CharRange& r : table) {
-            if (c <= r.last)
-                return c >= r.first;
+            found |= static_cast<uint32_t>(c) - static_cast<uint32_t>(r.first) <=
+                     static_cast<uint32_t>(r.last - r.first);
         }
-        return false;
+        return found;
     } else {
-        std::size_t lo = 0, hi = N;
-        while (lo < hi) {
-            std::size_t mid = (lo + hi) / 2;
-            if (c > table[mid].last)
-                lo = mid + 1;
-            else
-                hi = mid;
+        const CharRange* base = table;
+        std::size_t n = N;
+        while (n > 1) {
+            const std::size_t half = n / 2;
+            base = base[half - 1].last < c ? base + half : base;
+            n -= half;
         }
-        return lo < N && c >= table[lo].first;
+        return c >= base->first && c <= base->last;
     }
 }
 
@@ -178,4 +183,4 @@ inline constexpr CharRange kCssNonAsciiIdent[] = {
     {0x200C, 0x200D}, {0x203F, 0x2040}, {0x2070, 0x218F},   {0x2C00, 0x2FEF}, {0x3001, 0xD7FF},
     {0xF900, 0xFDCF}, {0xFDF0, 0xFFFD}, {0x10000, 0x10FFFF}};
 
-} // namespace ZtCommonNS::CharTables
+} // namespace ZtCommonNS::ZtCharRanges
