@@ -1,6 +1,7 @@
 // Character classification over 10 million code points of mixed Japanese, Latin and Arabic
 // text: the fixed-range family of ZtChar against the ICU property lookups a caller would use
-// in its place, timed interleaved in the same run and reported as a ratio per call.
+// in its place, timed interleaved in the same run and reported as a ratio per call; and the
+// script of each code point by ZtScript::getScript and by ICU.
 #include <ctime>
 #include <vector>
 
@@ -193,5 +194,32 @@ static void BM_IcuCounterparts(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(text.size()));
 }
 BENCHMARK(BM_IcuCounterparts)->Unit(benchmark::kMillisecond);
+
+// The script of every code point: ZtScript's rules in front of ICU against ICU alone.
+static void BM_GetScript(benchmark::State& state) {
+    const auto& text = mixedText();
+    for (auto _ : state) {
+        int32_t sum = 0;
+        for (UChar32 c : text)
+            sum += ZtScript::getScript(c).getCode();
+        benchmark::DoNotOptimize(sum);
+    }
+    state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(text.size()));
+}
+BENCHMARK(BM_GetScript)->Unit(benchmark::kMillisecond);
+
+static void BM_IcuGetScript(benchmark::State& state) {
+    const auto& text = mixedText();
+    for (auto _ : state) {
+        int32_t sum = 0;
+        for (UChar32 c : text) {
+            UErrorCode status = U_ZERO_ERROR;
+            sum += uscript_getScript(c, &status);
+        }
+        benchmark::DoNotOptimize(sum);
+    }
+    state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(text.size()));
+}
+BENCHMARK(BM_IcuGetScript)->Unit(benchmark::kMillisecond);
 
 BENCHMARK_MAIN();

@@ -1,15 +1,19 @@
-// Text and language: character classification (ZtChar).
+// Text and language: character classification (ZtChar), scripts (ZtScript) and languages
+// (ZtLang).
 #pragma once
 
 #include <cstdint>
 #include <unordered_map>
 
+#include <unicode/locid.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
+#include <unicode/uscript.h>
 
 #include "ztcommon/export.h"
 #include "ztcommon/foundation.h"
 #include "ztcommon/text_ranges.h"
+#include "ztcommon/value.h"
 
 namespace ZtCommonNS {
 
@@ -274,6 +278,136 @@ public:
 
     // ICU's u_getIntPropertyValue, asked about U+337B in place of U+32FF.
     static int32_t getIntPropertyValue(UChar32 c, UProperty property);
+};
+
+// Script codes the library gives itself, beside ICU's UScriptCode values (which are never
+// negative apart from USCRIPT_INVALID_CODE).
+enum ZtScriptCode : int32_t {
+    ZT_SCRIPT_NONE = -1, // no script ("none"; also what an unknown name gives)
+    ZT_SCRIPT_AUTO = -2, // automatic: the script is to be found from the text ("auto")
+};
+
+// A writing system, as an ICU script code or one of the library's own codes, with the
+// typesetting questions that depend on it. A small value class.
+class ZT_EXPORT ZtScript {
+public:
+    ZtScript() = default; // automatic
+    ZtScript(UScriptCode code) : code_(code) {}
+    // A script from its name: "auto" and "none" (in any case); an ISO 15924 code or an ICU
+    // script name ("Latn", "Jpan", "Hrkt", "Zmth", "Latin", also "Math" for Zmth); or a language,
+    // whose script it takes: Japanese ("ja", "jpn") gives Jpan, Korean ("ko", "kor") Kore,
+    // Chinese Hans or Hant by its script or country ("zh-CN", "zho-TWN", "zh-Hant") and Hani
+    // without either, other languages the script ICU gives them ("ru" Cyrl, "ara" Arab).
+    // Anything else gives ZT_SCRIPT_NONE.
+    explicit ZtScript(const UnicodeString& name);
+    explicit ZtScript(ZtName name);
+
+    // The script of one character (the library's rules first, then ICU).
+    static ZtScript getScript(UChar32 c);
+    // The script of a text. With `majority` false: the script of the first character that
+    // has one of its own (not Common, Inherited or Unknown). With `majority` true: the script
+    // most of those characters have (the first one seen wins a tie), where Han or kana in a
+    // text that holds kana count as Jpan, and Han or Hangul in a text that holds both as
+    // Kore. A text without such characters gives Common.
+    static ZtScript getScriptFromText(const UnicodeString& text, bool majority = true);
+
+    int32_t getCode() const { return code_; }
+    // The name of the script: "auto", "none", or ICU's ISO 15924 code ("Latn", "Jpan").
+    ZtName getScriptCode() const;
+    // The string of getScriptCode(); valid while the shared name table lives.
+    const UnicodeString& toString() const;
+    // ICU's long name ("Latin", "Japanese"); "auto" or "none" for the library's codes.
+    UnicodeString getScriptName() const;
+
+    bool isAuto() const { return code_ == ZT_SCRIPT_AUTO; }
+    bool isKanaScript() const { return isKanaScript(static_cast<UScriptCode>(code_)); }
+    static bool isKanaScript(UScriptCode code) {
+        return code == USCRIPT_HIRAGANA || code == USCRIPT_KATAKANA ||
+               code == USCRIPT_KATAKANA_OR_HIRAGANA;
+    }
+    bool isJA() const { return isKanaScript() || code_ == USCRIPT_JAPANESE; }
+    bool isSC() const { return code_ == USCRIPT_SIMPLIFIED_HAN; }
+    bool isTC() const { return code_ == USCRIPT_TRADITIONAL_HAN; }
+    bool isCJK() const;
+    bool isCJKorAuto() const { return isAuto() || isCJK(); }
+    bool isCJKJustify() const {
+        return isCJK() && code_ != USCRIPT_HANGUL && code_ != USCRIPT_KOREAN;
+    }
+    bool isLatinGroup() const;
+    bool isHangingBaseline() const;
+    // Whether c is set full-width in text of this script: full-width and wide characters
+    // always; ambiguous ones in CJK scripts when they are JIS symbols or not Latin.
+    bool isZenkakuScript(UChar32 c) const;
+    // A representative letter of the script (U+FFFF when there is none).
+    wchar_t getA() const;
+
+    bool operator==(const ZtScript& other) const { return code_ == other.code_; }
+
+private:
+    int32_t code_ = ZT_SCRIPT_AUTO;
+};
+
+// Windows locale identifiers, as ICU's Locale::getLCID gives them.
+enum LanguageID : uint32_t {
+    LANGID_NONE = 0,
+    LANGID_ENGLISH_US = 0x0409,
+    LANGID_JAPANESE = 0x0411,
+    LANGID_KOREAN = 0x0412,
+    LANGID_CHINESE_TW = 0x0404,
+    LANGID_CHINESE_CN = 0x0804,
+};
+
+// A language, as an ICU locale, made from the forms style sheets and documents use: two- and
+// three-letter codes (both ISO 639-2 code sets, the bibliographic ones mapped to the
+// terminology ones), with script and country ("zh-Hant-TW", "ja_JP"), and the keyword "none"
+// for no language. Adds no members to Locale.
+class ZT_EXPORT ZtLang : public icu::Locale {
+public:
+    ZtLang(); // the null language
+    ZtLang(const UnicodeString& language);
+    ZtLang(const char* language);
+    ZtLang(const UnicodeString& language, const UnicodeString& country);
+    explicit ZtLang(ZtName name);
+    explicit ZtLang(ZtNameEnum name);
+    ZtLang(const icu::Locale& locale) : Locale(locale) {}
+    ZtLang(const ZtLang& other) = default;
+    ZtLang& operator=(const ZtLang& other) = default;
+    ~ZtLang() override;
+
+    static ZtLang getDefaultLocale();
+    // True when the default locale's language is Japanese (by ISO 639-2 code).
+    static bool isDefaultLocaleJapanese();
+    // Frees the process-wide alias table (it is built again when needed). Also run by
+    // ZtUtil::cleanup. Call it when no other thread is making languages.
+    static void cleanup();
+
+    UnicodeString getLanguage() const;
+    UnicodeString getLangScript() const;
+    UnicodeString getCountry() const;
+    ZtName getLanguageName() const;
+    UnicodeString getISO3Country() const;
+    UnicodeString getISO3Language() const;
+
+    // "language[-Script][-COUNTRY][-variant]" as the locale holds them ("ja-JP", "zh-Hant-TW");
+    // empty for the null language.
+    UnicodeString toString() const;
+    // The three-letter forms: "language[-Script][-COUNTRY]" ("jpn-JPN", "zho-Hant-TWN"); a part
+    // without a three-letter code is given as it stands.
+    UnicodeString toISO3String() const;
+    // ICU's complete locale identifier, keywords included ("de_DE@collation=phonebook").
+    UnicodeString toFullString() const;
+    ZtScript toScript() const { return ZtScript(toISO3String()); }
+    LanguageID getLCID() const { return static_cast<LanguageID>(Locale::getLCID()); }
+
+    bool isNullLang() const { return *Locale::getLanguage() == '\0'; }
+    // A language part that ICU has no three-letter code for.
+    bool isInvalid() const { return !isNullLang() && *Locale::getISO3Language() == '\0'; }
+
+    bool operator==(const ZtLang& other) const { return Locale::operator==(other); }
+    bool operator!=(const ZtLang& other) const { return !(*this == other); }
+    // Orders by language, then country; the script is ignored on purpose, so locales that
+    // differ only in script are equivalent in ordered containers.
+    bool operator<(const ZtLang& other) const;
 };
 
 } // namespace ZtCommonNS

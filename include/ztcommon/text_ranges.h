@@ -177,6 +177,12 @@ inline constexpr CharRange kNoVertical[] = {
 inline constexpr CharRange kInseparableRepeated[] = {{0x2014, 0x2015}, {0x2024, 0x2026}};
 inline constexpr CharRange kKunojitenUpper[] = {{0x3033, 0x3034}};
 
+// Latin-1 signs that count as Latin text when a script is decided for a character.
+inline constexpr CharRange kLatinSigns[] = {{0xA2, 0xA5}, {0xA7, 0xAA}, {0xAE, 0xAF},
+                                            {0xB4, 0xB5}, {0xB8, 0xB8}, {0xBA, 0xBA}};
+// Sound marks and the prolonged sound mark, shared by hiragana and katakana.
+inline constexpr CharRange kKanaSoundMarks[] = {{0x3099, 0x309C}, {0x30FC, 0x30FC}};
+
 // Characters a CSS identifier may hold beyond ASCII letters, digits, "_" and "-".
 inline constexpr CharRange kCssNonAsciiIdent[] = {
     {0xB7, 0xB7},     {0xC0, 0xD6},     {0xD8, 0xF6},       {0xF8, 0x37D},    {0x37F, 0x1FFF},

@@ -13,3 +13,9 @@ inline void PrintTo(const UnicodeString& s, std::ostream* out) {
     *out << '"' << utf8 << '"';
 }
 U_NAMESPACE_END
+
+// The text in UTF-8, for messages.
+inline std::string utf8(const icu::UnicodeString& s) {
+    std::string out;
+    return s.toUTF8String(out);
+}
