@@ -171,55 +171,36 @@ static void BM_FixedRangeVsIcu(benchmark::State& state) {
 }
 BENCHMARK(BM_FixedRangeVsIcu)->Unit(benchmark::kMillisecond)->Iterations(3);
 
-static void BM_FixedRangeFamily(benchmark::State& state) {
+namespace {
+
+unsigned ztScript(UChar32 c) {
+    return static_cast<unsigned>(ZtScript::getScript(c).getCode());
+}
+
+unsigned icuScript(UChar32 c) {
+    UErrorCode status = U_ZERO_ERROR;
+    return static_cast<unsigned>(uscript_getScript(c, &status));
+}
+
+// One pass of `Classify` over the text per iteration.
+template <unsigned (*Classify)(UChar32)> void overText(benchmark::State& state) {
     const auto& text = mixedText();
     for (auto _ : state) {
         unsigned sum = 0;
         for (UChar32 c : text)
-            sum += fixedRangeFamily(c);
+            sum += Classify(c);
         benchmark::DoNotOptimize(sum);
     }
     state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(text.size()));
 }
-BENCHMARK(BM_FixedRangeFamily)->Unit(benchmark::kMillisecond);
 
-static void BM_IcuCounterparts(benchmark::State& state) {
-    const auto& text = mixedText();
-    for (auto _ : state) {
-        unsigned sum = 0;
-        for (UChar32 c : text)
-            sum += icuCounterparts(c);
-        benchmark::DoNotOptimize(sum);
-    }
-    state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(text.size()));
-}
-BENCHMARK(BM_IcuCounterparts)->Unit(benchmark::kMillisecond);
+} // namespace
 
+// Each family alone.
+BENCHMARK(overText<fixedRangeFamily>)->Name("BM_FixedRangeFamily")->Unit(benchmark::kMillisecond);
+BENCHMARK(overText<icuCounterparts>)->Name("BM_IcuCounterparts")->Unit(benchmark::kMillisecond);
 // The script of every code point: ZtScript's rules in front of ICU against ICU alone.
-static void BM_GetScript(benchmark::State& state) {
-    const auto& text = mixedText();
-    for (auto _ : state) {
-        int32_t sum = 0;
-        for (UChar32 c : text)
-            sum += ZtScript::getScript(c).getCode();
-        benchmark::DoNotOptimize(sum);
-    }
-    state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(text.size()));
-}
-BENCHMARK(BM_GetScript)->Unit(benchmark::kMillisecond);
-
-static void BM_IcuGetScript(benchmark::State& state) {
-    const auto& text = mixedText();
-    for (auto _ : state) {
-        int32_t sum = 0;
-        for (UChar32 c : text) {
-            UErrorCode status = U_ZERO_ERROR;
-            sum += uscript_getScript(c, &status);
-        }
-        benchmark::DoNotOptimize(sum);
-    }
-    state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(text.size()));
-}
-BENCHMARK(BM_IcuGetScript)->Unit(benchmark::kMillisecond);
+BENCHMARK(overText<ztScript>)->Name("BM_GetScript")->Unit(benchmark::kMillisecond);
+BENCHMARK(overText<icuScript>)->Name("BM_IcuGetScript")->Unit(benchmark::kMillisecond);
 
 BENCHMARK_MAIN();
