@@ -2,5 +2,6 @@
 #pragma once
 
 #include "ztcommon/foundation.h"
+#include "ztcommon/text.h"
 #include "ztcommon/util.h"
 #include "ztcommon/value.h"
