@@ -3,5 +3,6 @@
 
 #include "ztcommon/dom.h"
 #include "ztcommon/foundation.h"
+#include "ztcommon/text.h"
 #include "ztcommon/util.h"
 #include "ztcommon/value.h"
