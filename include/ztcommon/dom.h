@@ -215,6 +215,10 @@ public:
     virtual ZtName getNamespaceUri() const;
     virtual ZtName getPrefix() const;
     virtual void setPrefix(ZtName prefix);
+    // The null value here; text nodes and attributes have values.
+    virtual ZtValue getNodeValue() const;
+    // Here fails with error 11 (a node of this type holds no value).
+    virtual void setNodeValue(const ZtValue& value);
     virtual ZtNodeType getNodeType() const = 0;
 
     virtual ZtNode* getParentNode() const;
@@ -407,6 +411,10 @@ class ZT_EXPORT ZtElement : public ZtNode {
 public:
     ZtNodeType getNodeType() const override { return ELEMENT_NODE; }
     bool isElementNode() const override { return true; }
+    // Through the element's own namespace and the declarations (xmlns and xmlns:prefix
+    // attributes) on it and its ancestor elements, innermost first.
+    ZtName lookupPrefix(ZtName uri) const override;
+    ZtName lookupNamespaceUri(ZtName prefix) const override;
     ZtNamedNodeMap* getAttributes() const override;
     bool hasAttributes() const override;
     void cloneMembers(ZtNode* target) const override;
@@ -415,6 +423,45 @@ public:
     int getSourceColumnNumber() const override;
     void setSourceColumnNumber(int column) override { column_ = column; }
 
+    // The value of the attribute of this node name (of this namespace URI and local name); the
+    // null value when there is none.
+    virtual ZtValue getAttribute(ZtName name) const;
+    virtual ZtValue getAttributeNS(ZtName uri, ZtName local) const;
+    // Sets the value of the attribute of this name, making the attribute through the owner
+    // document's factory when there is none yet.
+    virtual void setAttribute(ZtName name, const ZtValue& value);
+    virtual void setAttributeNS(ZtName uri, ZtName prefix, ZtName local, const ZtValue& value);
+    virtual void setAttributeNS(ZtName uri, ZtName qname, const ZtValue& value);
+    virtual void removeAttribute(ZtName name);
+    virtual void removeAttributeNS(ZtName uri, ZtName local);
+    virtual ZtAttr* getAttributeNode(ZtName name) const;
+    virtual ZtAttr* getAttributeNodeNS(ZtName uri, ZtName local) const;
+    // Appends to `found` (when not null) every attribute of this local name, whatever its
+    // namespace; returns how many there are.
+    virtual int getAttributeNodeLocal(ZtName local, std::vector<ZtPtr<ZtAttr>>* found) const;
+    // Attach an attribute node (see ZtNamedNodeMap::setNamedItem) and return the one replaced.
+    virtual ZtPtr<ZtAttr> setAttributeNode(ZtAttr* attr);
+    virtual ZtPtr<ZtAttr> setAttributeNodeNS(ZtAttr* attr);
+    // Takes an attribute of this element out and returns it. Null: error 3; an attribute that
+    // is not on this element: error 9.
+    virtual ZtPtr<ZtAttr> removeAttributeNode(ZtAttr* oldAttr);
+    virtual bool hasAttribute(ZtName name) const;
+    virtual bool hasAttributeNS(ZtName uri, ZtName local) const;
+    virtual bool hasAttributeLocal(ZtName local) const;
+    // The loader's entry: an attribute from its source text. The value is a string holding the
+    // text exactly; namespace declarations (in the xmlns namespace) are stored as names, since
+    // namespace URIs are names throughout the library.
+    virtual void setAttributeEx(ZtName uri, ZtName prefix, ZtName local, const UnicodeString& text);
+
+    // Appends to `found` (when not null) the values of every attribute of this local name;
+    // returns how many there are.
+    int getAttributeLocal(ZtName local, std::vector<ZtValue>* found) const;
+    // The namespace declared on this element for `prefix` (the default namespace for the empty
+    // prefix), adding, replacing or removing that declaration.
+    ZtName getAttributeXMLNS(ZtName prefix) const;
+    void setAttributeXMLNS(ZtName prefix, ZtName uri);
+    void removeAttributeXMLNS(ZtName prefix);
+
 protected:
     explicit ZtElement(ZtDocument* ownerDocument);
     ~ZtElement() override;
@@ -422,6 +469,9 @@ protected:
     // Completes a cloneNode: `copy` is a new element of this element's class; this copies the
     // members into it (cloneMembers) and, when deep, copies of the whole subtree.
     ZtPtr<ZtNode> finishClone(ZtElement* copy, bool deep) const;
+    // The namespace URI the element carries itself, without looking at declarations (empty for
+    // an element that only has a prefix). Here getNamespaceUri().
+    virtual ZtName getOwnNamespaceUri() const;
 
 private:
     friend class AttrNodeMap;
@@ -440,13 +490,65 @@ public:
     ZtNodeType getNodeType() const override { return ATTRIBUTE_NODE; }
     ZtName lookupNamespaceUri(ZtName prefix) const override;
     ZtName lookupPrefix(ZtName uri) const override;
+    ZtValue getNodeValue() const override { return getValue(); }
+    void setNodeValue(const ZtValue& value) override { setValue(value); }
+    // The value as text (its text form), and a new string value holding `text`.
+    UnicodeString getText() const override;
+    void setText(const UnicodeString& text) override;
 
+    virtual ZtValue getValue() const = 0;
+    virtual void setValue(const ZtValue& value) = 0;
     // The element the attribute belongs to, or null.
     virtual ZtElement* getOwnerElement() const;
 
 protected:
     explicit ZtAttr(ZtDocument* ownerDocument) : ZtNode(ownerDocument) {}
     ~ZtAttr() override;
+};
+
+// An attribute without a namespace: its local name and value kept together in one named value.
+class ZT_EXPORT Attr : public ZtAttr {
+public:
+    ZtName getLocalName() const override { return named_.getName(); }
+    ZtName getNodeName() const override { return named_.getName(); }
+    ZtValue getValue() const override { return named_.getValue(); }
+    void setValue(const ZtValue& value) override { named_ = ZtNamedValue(named_.getName(), value); }
+    ZtPtr<ZtNode> cloneNode(bool deep) const override;
+
+    // The value without a copy.
+    const ZtValue& getValueRef() const { return named_.getValue(); }
+
+protected:
+    friend class ZtDocument;
+    Attr(ZtDocument* ownerDocument, ZtName local, const ZtValue& value = ZtValue())
+        : ZtAttr(ownerDocument), named_(local, value) {}
+    ~Attr() override;
+
+private:
+    ZtNamedValue named_;
+};
+
+// An attribute with a namespace URI and a prefix. When no URI was given but a prefix was, the
+// URI is looked up from the declarations in scope at its element.
+class ZT_EXPORT AttrNS : public Attr {
+public:
+    UnicodeString getTypeName() const override;
+    ZtName getNodeName() const override;
+    ZtName getPrefix() const override { return prefix_; }
+    void setPrefix(ZtName prefix) override { prefix_ = prefix; }
+    ZtName getNamespaceUri() const override;
+    ZtPtr<ZtNode> cloneNode(bool deep) const override;
+
+protected:
+    friend class ZtDocument;
+    AttrNS(ZtDocument* ownerDocument, ZtName uri, ZtName prefix, ZtName local,
+           const ZtValue& value = ZtValue())
+        : Attr(ownerDocument, local, value), uri_(uri), prefix_(prefix) {}
+    ~AttrNS() override;
+
+private:
+    ZtName uri_;
+    ZtName prefix_;
 };
 
 // An element with a prefix and a local name; its namespace URI is looked up from the
@@ -465,6 +567,7 @@ protected:
     Element(ZtDocument* ownerDocument, ZtName prefix, ZtName local)
         : ZtElement(ownerDocument), prefix_(prefix), local_(local) {}
     ~Element() override;
+    ZtName getOwnNamespaceUri() const override { return ZtName(); }
 
     ZtName prefix_;
     ZtName local_;
@@ -482,6 +585,7 @@ protected:
     ElementNS(ZtDocument* ownerDocument, ZtName uri, ZtName prefix, ZtName local)
         : Element(ownerDocument, prefix, local), uri_(uri) {}
     ~ElementNS() override;
+    ZtName getOwnNamespaceUri() const override { return uri_; }
 
     ZtName uri_;
 };
@@ -498,6 +602,9 @@ public:
     void cloneMembers(ZtNode* target) const override;
     UnicodeString getText() const override { return text_; }
     void setText(const UnicodeString& text) override { text_ = text; }
+    // The text as a string value; a value given is stored as its text form.
+    ZtValue getNodeValue() const override;
+    void setNodeValue(const ZtValue& value) override;
     bool isBidiDone() const override { return bidiLevel_ >= 0; }
     void bidiDone(int level) override { bidiLevel_ = level; }
 
@@ -590,6 +697,13 @@ public:
     virtual ZtPtr<ZtProcessingInstruction> createProcessingInstruction(ZtName target,
                                                                        const UnicodeString& data);
     virtual ZtPtr<ZtDocumentFragment> createDocumentFragment();
+    // "xmlns" gives an attribute in the xmlns namespace; a name without a prefix a plain
+    // attribute; a prefixed name an attribute whose namespace follows from the prefix for the
+    // predefined prefixes "xml", "xmlns" and "xlink", and is left empty (to be looked up from
+    // the declarations in scope) for any other prefix.
+    virtual ZtPtr<ZtAttr> createAttribute(ZtName qname);
+    virtual ZtPtr<ZtAttr> createAttributeNS(ZtName uri, ZtName prefix, ZtName local);
+    virtual ZtPtr<ZtAttr> createAttributeNS(ZtName uri, ZtName qname);
     // The text node appendChildText adds to `parent`; documents of formatting programs
     // override it to wrap text in an element of their own.
     virtual ZtPtr<ZtNode> createTextNodeElement(const UnicodeString& text, ZtNode* parent);

@@ -70,6 +70,41 @@ ZtPtr<ZtDocumentFragment> ZtDocument::createDocumentFragment() {
     return ZtPtr<ZtDocumentFragment>(new ZtDocumentFragment(this));
 }
 
+ZtPtr<ZtAttr> ZtDocument::createAttribute(ZtName qname) {
+    if (qname == NM_xmlns)
+        return ZtPtr<ZtAttr>(new AttrNS(this, ZtName(NM_NS_XMLNS), ZtName(), qname));
+    ZtName prefix;
+    ZtName local;
+    if (!splitQName(qname, &prefix, &local))
+        return ZtPtr<ZtAttr>(new Attr(this, qname));
+    ZtName uri;
+    switch (prefix.getNameEnum()) {
+    case NM_xml:
+        uri = ZtName(NM_NS_XML);
+        break;
+    case NM_xmlns:
+        uri = ZtName(NM_NS_XMLNS);
+        break;
+    case NM_xlink:
+        uri = ZtName(NM_NS_XLink);
+        break;
+    default: // looked up from the declarations in scope once the attribute is on an element
+        break;
+    }
+    return ZtPtr<ZtAttr>(new AttrNS(this, uri, prefix, local));
+}
+
+ZtPtr<ZtAttr> ZtDocument::createAttributeNS(ZtName uri, ZtName prefix, ZtName local) {
+    return ZtPtr<ZtAttr>(new AttrNS(this, uri, prefix, local));
+}
+
+ZtPtr<ZtAttr> ZtDocument::createAttributeNS(ZtName uri, ZtName qname) {
+    ZtName prefix;
+    ZtName local;
+    splitQName(qname, &prefix, &local);
+    return createAttributeNS(uri, prefix, local);
+}
+
 ZtPtr<ZtNode> ZtDocument::createTextNodeElement(const UnicodeString& text, ZtNode*) {
     return createTextNode(text);
 }

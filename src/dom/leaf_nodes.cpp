@@ -9,6 +9,14 @@ ZtName ZtTextNode::getLocalName() const {
     return ZtName(NM_HASH_text);
 }
 
+ZtValue ZtTextNode::getNodeValue() const {
+    return ZtValue(text_);
+}
+
+void ZtTextNode::setNodeValue(const ZtValue& value) {
+    text_ = value.toString();
+}
+
 ZtPtr<ZtNode> ZtTextNode::cloneNode(bool) const {
     ZtPtr<ZtNode> copy(new ZtTextNode(getOwnerDocument(), UnicodeString()));
     cloneMembers(copy);

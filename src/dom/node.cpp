@@ -80,6 +80,15 @@ ZtName ZtNode::getPrefix() const {
 }
 void ZtNode::setPrefix(ZtName) {}
 
+ZtValue ZtNode::getNodeValue() const {
+    return ZtValue();
+}
+
+void ZtNode::setNodeValue(const ZtValue&) {
+    raiseError(ZtErrc::CannotSetValue, ZtErrSource::NodeSetNodeValue,
+               UnicodeString::fromUTF8(std::to_string(getNodeType())));
+}
+
 ZtNode* ZtNode::getParentNode() const {
     return parent_;
 }

@@ -22,18 +22,20 @@ TEST(NodeMemory, SizeClassesRoundUpToEightBytes) {
 }
 
 TEST(NodeMemory, CountsBlocksInUseAndReusesFreedOnes) {
+    // A size no node class has, so that the free blocks of this size are all this test's.
+    constexpr size_t kSize = 232;
     long long before = NodeMemory::bytesInUse();
     std::vector<void*> blocks;
     for (int i = 0; i < 5000; ++i)
-        blocks.push_back(NodeMemory::allocate(80));
+        blocks.push_back(NodeMemory::allocate(kSize));
     void* large = NodeMemory::allocate(1000);
-    EXPECT_EQ(NodeMemory::bytesInUse() - before, 5000 * 80 + 1000);
+    EXPECT_EQ(NodeMemory::bytesInUse() - before, 5000 * static_cast<long long>(kSize) + 1000);
     for (void* b : blocks)
         EXPECT_EQ(reinterpret_cast<std::uintptr_t>(b) % 8, 0u);
     std::set<void*> seen(blocks.begin(), blocks.end());
     EXPECT_EQ(seen.size(), blocks.size());
     for (void* b : blocks)
-        NodeMemory::deallocate(b, 80);
+        NodeMemory::deallocate(b, kSize);
     NodeMemory::deallocate(large, 1000);
     EXPECT_EQ(NodeMemory::bytesInUse(), before);
     if (!NodeMemory::usesChunks())
@@ -41,13 +43,13 @@ TEST(NodeMemory, CountsBlocksInUseAndReusesFreedOnes) {
     long long reserved = NodeMemory::bytesReserved();
     int reused = 0;
     for (int i = 0; i < 5000; ++i) {
-        blocks[static_cast<size_t>(i)] = NodeMemory::allocate(80);
+        blocks[static_cast<size_t>(i)] = NodeMemory::allocate(kSize);
         reused += seen.count(blocks[static_cast<size_t>(i)]) ? 1 : 0;
     }
     EXPECT_EQ(reused, 5000);
     EXPECT_EQ(NodeMemory::bytesReserved(), reserved);
     for (void* b : blocks)
-        NodeMemory::deallocate(b, 80);
+        NodeMemory::deallocate(b, kSize);
 }
 
 // Threads allocate, fill each block with a pattern of their own, hand half of their blocks to
