@@ -4,7 +4,7 @@
 set -euo pipefail
 
 packages=(cmake ninja-build g++ clang pkg-config libicu-dev zlib1g-dev libcurl4-openssl-dev
-          libgtest-dev libgmock-dev libbenchmark-dev)
+          libgtest-dev libgmock-dev libbenchmark-dev libxml2-dev)
 
 missing=()
 for p in "${packages[@]}"; do

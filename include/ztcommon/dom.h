@@ -448,9 +448,11 @@ public:
     virtual bool hasAttribute(ZtName name) const;
     virtual bool hasAttributeNS(ZtName uri, ZtName local) const;
     virtual bool hasAttributeLocal(ZtName local) const;
-    // The loader's entry: an attribute from its source text. The value is a string holding the
-    // text exactly; namespace declarations (in the xmlns namespace) are stored as names, since
-    // namespace URIs are names throughout the library.
+    // The loader's entry: an attribute from its source text. A text that is one of the
+    // built-in names (a keyword such as "center" or "always") becomes that name value, which
+    // costs no allocation and gives the same text through getStringValue and toString; so do
+    // namespace declarations (attributes in the xmlns namespace), since namespace URIs are names
+    // throughout the library. Any other text becomes a string value holding it exactly.
     virtual void setAttributeEx(ZtName uri, ZtName prefix, ZtName local, const UnicodeString& text);
 
     // Appends to `found` (when not null) the values of every attribute of this local name;

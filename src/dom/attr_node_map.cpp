@@ -29,7 +29,7 @@ AttrNodeMap::~AttrNodeMap() {
         NodeLinks::setNext(n, nullptr);
         NodeLinks::setParent(n, nullptr);
         bool wasLast = n == last;
-        n->release();
+        NodeLinks::releaseOwned(n);
         if (wasLast)
             break;
         n = next;

@@ -42,6 +42,7 @@ public:
     void elementGone();
 
 protected:
+    friend class ZtElement; // destroys a map that it alone holds
     ~AttrNodeMap() override;
 
 private:

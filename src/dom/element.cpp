@@ -7,8 +7,17 @@ namespace ZtCommonNS {
 ZtElement::ZtElement(ZtDocument* ownerDocument)
     : ZtNode(ownerDocument), attributes_(new AttrNodeMap(this)) {}
 
+// A map held from outside outlives the element: its attributes must not name a dead owner.
 ZtElement::~ZtElement() {
-    attributes_->elementGone();
+    AttrNodeMap* map = attributes_.get();
+    if (map->getRefCount() > 1) {
+        map->elementGone();
+        return; // the pointer member releases it
+    }
+    // Nothing else holds the map (see NodeLinks::releaseOwned). It is deleted while the member
+    // still names it: an empty map recognises itself through this element's getAttributes.
+    delete map;
+    attributes_.detach();
 }
 
 ZtNamedNodeMap* ZtElement::getAttributes() const {

@@ -139,8 +139,13 @@ bool ZtElement::hasAttributeLocal(ZtName local) const {
 }
 
 void ZtElement::setAttributeEx(ZtName uri, ZtName prefix, ZtName local, const UnicodeString& text) {
-    if (uri == NM_NS_XMLNS)
+    if (uri == NM_NS_XMLNS) {
         setAttributeNS(uri, prefix, local, ZtValue(ZtName(text)));
+        return;
+    }
+    ZtNameEnum keyword = ZtNameTable::getBuiltinNameEnum(text);
+    if (keyword != NM_EMPTY_NAME)
+        setAttributeNS(uri, prefix, local, ZtValue(keyword));
     else
         setAttributeNS(uri, prefix, local, ZtValue(text));
 }

@@ -47,7 +47,7 @@ long ZtNode::deleteAllChildNodes() {
             return count;
         ZtNode* parent = node->parent_;
         NodeLinks::unlink(parent, node);
-        node->release();
+        NodeLinks::releaseOwned(node);
         ++count;
         node = parent;
     }

@@ -84,13 +84,24 @@ struct NodeLinks {
         oldChild->parent_ = oldChild->next_ = oldChild->prev_ = nullptr;
     }
 
+    // Drops the tree's reference to a node just taken out of it. A node that nothing else
+    // holds is destroyed at once, without the atomic decrement: no other thread can be taking
+    // a reference to it, since it would need one already (trees are used by one thread at a
+    // time outside lazy loading).
+    static void releaseOwned(ZtNode* n) {
+        if (n->getRefCount() == 1)
+            delete n;
+        else
+            n->release();
+    }
+
     // Detaches every child of n, from the last backwards, releasing the tree's reference to
     // each. Returns the number of children released.
     static long releaseChildren(ZtNode* n) {
         long count = 0;
         while (ZtNode* child = n->lastChild_) {
             unlink(n, child);
-            child->release();
+            releaseOwned(child);
             ++count;
         }
         return count;

@@ -22,7 +22,7 @@ namespace ZtCommonNS::NodeMemory {
 namespace {
 
 constexpr std::size_t kGranule = 8;
-constexpr std::size_t kClassCount = kLargestClass / kGranule; // classes 1..kClassCount
+constexpr std::size_t kClassCount = kLargestClass / kGranule; // the largest class number
 constexpr std::size_t kHugePage = std::size_t{2} << 20;
 constexpr std::size_t kFirstChunk = kHugePage;
 constexpr std::size_t kLargestChunk = std::size_t{64} << 20;
@@ -31,8 +31,12 @@ constexpr std::size_t kSpan = std::size_t{256} << 10;
 // Blocks move between a thread and the depot in batches of about this many bytes.
 constexpr std::size_t kBatchBytes = std::size_t{32} << 10;
 
+// The smallest block holds the links of a batch (see BatchHead).
+constexpr std::size_t kSmallestClass = 3;
+
 constexpr std::size_t classOf(std::size_t size) {
-    return (size + kGranule - 1) / kGranule;
+    std::size_t cls = (size + kGranule - 1) / kGranule;
+    return cls < kSmallestClass ? kSmallestClass : cls;
 }
 constexpr std::size_t classBytes(std::size_t cls) {
     return cls * kGranule;
@@ -49,8 +53,13 @@ struct FreeBlock {
     FreeBlock* next;
 };
 
+// A thread's free blocks of one class, last freed first. Once the list holds more than a
+// batch, `cut` is the block just above the oldest batch (the block that made the count one
+// more than a batch), so that the oldest batch can leave without a walk down the list: a block
+// below `cut` is never taken before `cut` itself, which clears the mark.
 struct ClassList {
     FreeBlock* head;
+    FreeBlock* cut;
     unsigned count;
 };
 
@@ -70,10 +79,15 @@ thread_local ThreadCache t_cache;
 
 #ifndef ZT_NODE_MEMORY_SYSTEM
 
-struct Batch {
-    FreeBlock* head;
+// The first block of a batch in a depot carries the batch's count and the link to the next
+// batch, so that the depots themselves never allocate (an allocation in the middle of freeing
+// millions of blocks would also make the C library sort its own free lists).
+struct BatchHead {
+    FreeBlock* next; // the rest of the batch, as in every free block
+    BatchHead* nextBatch;
     unsigned count;
 };
+static_assert(sizeof(BatchHead) <= kSmallestClass * kGranule);
 
 // Shared state: the chunk arena, spans left over by ended threads, and one depot of free
 // batches per size class. Never destroyed: blocks may be freed during static destruction.
@@ -86,9 +100,34 @@ struct Shared {
 
     struct Depot {
         std::mutex lock;
-        std::vector<Batch> batches;
+        BatchHead* batches = nullptr;
         // Single blocks freed after their thread ended, gathered until they make a batch.
-        Batch loose{nullptr, 0};
+        FreeBlock* loose = nullptr;
+        unsigned looseCount = 0;
+
+        void push(FreeBlock* head, unsigned count) {
+            auto* batch = reinterpret_cast<BatchHead*>(head);
+            batch->nextBatch = batches;
+            batch->count = count;
+            batches = batch;
+        }
+        // The top batch (or the loose blocks); false when there is none.
+        bool pop(FreeBlock** head, unsigned* count) {
+            if (batches) {
+                BatchHead* batch = batches;
+                batches = batch->nextBatch;
+                *head = reinterpret_cast<FreeBlock*>(batch);
+                *count = batch->count;
+                return true;
+            }
+            if (looseCount == 0)
+                return false;
+            *head = loose;
+            *count = looseCount;
+            loose = nullptr;
+            looseCount = 0;
+            return true;
+        }
     };
     Depot depots[kClassCount + 1];
 };
@@ -116,6 +155,21 @@ char* mapChunk(std::size_t size) {
     return reinterpret_cast<char*>(aligned);
 }
 
+// Takes `bytes` from the current chunk, mapping a new one when it is used up. Chunks grow with
+// use, so that large trees take few system calls. Called under the arena lock.
+char* takeFromChunk(Shared& s, std::size_t bytes) {
+    if (static_cast<std::size_t>(s.chunkEnd - s.chunkCur) < bytes) {
+        std::size_t size = s.nextChunk;
+        s.chunkCur = mapChunk(size);
+        s.chunkEnd = s.chunkCur + size;
+        if (s.nextChunk < kLargestChunk)
+            s.nextChunk *= 2;
+    }
+    char* region = s.chunkCur;
+    s.chunkCur += bytes;
+    return region;
+}
+
 // Gives the calling thread a fresh span to carve from.
 void refillSpan(ThreadCache& tc) {
     Shared& s = shared();
@@ -127,17 +181,8 @@ void refillSpan(ThreadCache& tc) {
         tc.spanEnd = end;
         return;
     }
-    if (static_cast<std::size_t>(s.chunkEnd - s.chunkCur) < kSpan) {
-        // Chunks grow with use, so that large trees take few system calls.
-        std::size_t size = s.nextChunk;
-        s.chunkCur = mapChunk(size);
-        s.chunkEnd = s.chunkCur + size;
-        if (s.nextChunk < kLargestChunk)
-            s.nextChunk *= 2;
-    }
-    tc.spanCur = s.chunkCur;
-    tc.spanEnd = s.chunkCur + kSpan;
-    s.chunkCur += kSpan;
+    tc.spanCur = takeFromChunk(s, kSpan);
+    tc.spanEnd = tc.spanCur + kSpan;
 }
 
 void* carve(ThreadCache& tc, std::size_t bytes) {
@@ -148,36 +193,34 @@ void* carve(ThreadCache& tc, std::size_t bytes) {
     return block;
 }
 
-// Moves `count` blocks from the front of the thread's list into the depot. When the depot
-// cannot grow, the list is left as it was and std::bad_alloc passes on.
-void spill(ClassList& list, std::size_t cls, unsigned count) {
-    FreeBlock* head = list.head;
-    FreeBlock* tail = head;
-    for (unsigned i = 1; i < count; ++i)
-        tail = tail->next;
+// Moves the whole list into the depot (when a thread ends).
+void spillAll(ClassList& list, std::size_t cls) {
     Shared::Depot& depot = shared().depots[cls];
     std::lock_guard<std::mutex> guard(depot.lock);
-    depot.batches.push_back({head, count});
-    list.head = tail->next;
+    depot.push(list.head, list.count);
+    list = {nullptr, nullptr, 0};
+}
+
+// Moves the oldest batch (the blocks below `cut`) into the depot.
+void spillOldest(ClassList& list, std::size_t cls) {
+    Shared::Depot& depot = shared().depots[cls];
+    unsigned count = batchCount(cls);
+    FreeBlock* batch = list.cut->next;
+    list.cut->next = nullptr;
+    list.cut = nullptr;
     list.count -= count;
-    tail->next = nullptr;
+    std::lock_guard<std::mutex> guard(depot.lock);
+    depot.push(batch, count);
 }
 
 bool takeBatch(ClassList& list, std::size_t cls) {
     Shared::Depot& depot = shared().depots[cls];
     std::lock_guard<std::mutex> guard(depot.lock);
-    Batch batch{nullptr, 0};
-    if (!depot.batches.empty()) {
-        batch = depot.batches.back();
-        depot.batches.pop_back();
-    } else if (depot.loose.count > 0) {
-        batch = depot.loose;
-        depot.loose = {nullptr, 0};
-    } else {
+    FreeBlock* head = nullptr;
+    unsigned count = 0;
+    if (!depot.pop(&head, &count))
         return false;
-    }
-    list.head = batch.head;
-    list.count = batch.count;
+    list = {head, nullptr, count};
     return true;
 }
 
@@ -186,54 +229,39 @@ void* allocateRetired(std::size_t cls) {
     Shared::Depot& depot = shared().depots[cls];
     {
         std::lock_guard<std::mutex> guard(depot.lock);
-        Batch* batch = depot.loose.count > 0   ? &depot.loose
-                       : depot.batches.empty() ? nullptr
-                                               : &depot.batches.back();
-        if (batch) {
-            FreeBlock* block = batch->head;
-            batch->head = block->next;
-            if (--batch->count == 0 && batch != &depot.loose)
-                depot.batches.pop_back();
+        if (depot.looseCount == 0)
+            depot.pop(&depot.loose, &depot.looseCount);
+        if (depot.looseCount > 0) {
+            FreeBlock* block = depot.loose;
+            depot.loose = block->next;
+            --depot.looseCount;
             return block;
         }
     }
     // A private span would be lost when this thread ends, so carve under the arena lock.
     Shared& s = shared();
     std::lock_guard<std::mutex> guard(s.arenaLock);
-    std::size_t bytes = classBytes(cls);
-    if (static_cast<std::size_t>(s.chunkEnd - s.chunkCur) < bytes) {
-        std::size_t size = s.nextChunk;
-        s.chunkCur = mapChunk(size);
-        s.chunkEnd = s.chunkCur + size;
-    }
-    char* block = s.chunkCur;
-    s.chunkCur += bytes;
-    return block;
+    return takeFromChunk(s, classBytes(cls));
 }
 
 void deallocateRetired(void* block, std::size_t cls) {
     Shared::Depot& depot = shared().depots[cls];
     std::lock_guard<std::mutex> guard(depot.lock);
     auto* b = static_cast<FreeBlock*>(block);
-    b->next = depot.loose.head;
-    depot.loose.head = b;
-    if (++depot.loose.count >= batchCount(cls)) {
-        depot.batches.push_back(depot.loose);
-        depot.loose = {nullptr, 0};
+    b->next = depot.loose;
+    depot.loose = b;
+    if (++depot.looseCount >= batchCount(cls)) {
+        depot.push(depot.loose, depot.looseCount);
+        depot.loose = nullptr;
+        depot.looseCount = 0;
     }
 }
 
 // Runs when a thread ends: its free blocks and the rest of its span go back for others.
 void retire(ThreadCache& tc) {
-    for (std::size_t cls = 1; cls <= kClassCount; ++cls) {
-        ClassList& list = tc.lists[cls];
-        if (list.count > 0) {
-            try {
-                spill(list, cls, list.count);
-            } catch (...) {
-                // No memory for the depot's record: these blocks stay unused.
-            }
-        }
+    for (std::size_t cls = kSmallestClass; cls <= kClassCount; ++cls) {
+        if (tc.lists[cls].count > 0)
+            spillAll(tc.lists[cls], cls);
     }
     if (tc.spanEnd - tc.spanCur >= 4096) {
         Shared& s = shared();
@@ -241,7 +269,7 @@ void retire(ThreadCache& tc) {
         try {
             s.leftoverSpans.emplace_back(tc.spanCur, tc.spanEnd);
         } catch (...) {
-            // As above: the rest of the span stays unused.
+            // No memory for the record: the rest of the span stays unused.
         }
     }
     tc.spanCur = tc.spanEnd = nullptr;
@@ -279,8 +307,6 @@ inline ThreadCache& cache() {
 } // namespace
 
 std::size_t blockSize(std::size_t size) noexcept {
-    if (size == 0)
-        size = 1;
     return size <= kLargestClass ? classBytes(classOf(size)) : size;
 }
 
@@ -293,7 +319,7 @@ void* allocate(std::size_t size) {
             cache().bytes += static_cast<long long>(size);
         return block;
     }
-    std::size_t cls = classOf(size == 0 ? 1 : size);
+    std::size_t cls = classOf(size);
     ThreadCache& tc = cache();
     if (tc.retired) [[unlikely]]
         return allocateRetired(cls);
@@ -304,7 +330,8 @@ void* allocate(std::size_t size) {
     } else {
         block = list.head;
         list.head = list.head->next;
-        --list.count;
+        if (--list.count == batchCount(cls))
+            list.cut = nullptr; // the marked block was the one just taken
     }
     tc.bytes += static_cast<long long>(classBytes(cls));
     return block;
@@ -319,7 +346,7 @@ void deallocate(void* block, std::size_t size) noexcept {
             t_cache.bytes -= static_cast<long long>(size);
         return;
     }
-    std::size_t cls = classOf(size == 0 ? 1 : size);
+    std::size_t cls = classOf(size);
     ThreadCache& tc = t_cache;
     if (tc.retired || !tc.registered) [[unlikely]] {
         // A thread that never allocated still needs a cache to free into.
@@ -335,13 +362,11 @@ void deallocate(void* block, std::size_t size) noexcept {
     auto* b = static_cast<FreeBlock*>(block);
     b->next = list.head;
     list.head = b;
-    if (++list.count >= 2 * batchCount(cls)) [[unlikely]] {
-        try {
-            spill(list, cls, batchCount(cls));
-        } catch (...) {
-            // The depot could not grow: keep the blocks here.
-        }
-    }
+    unsigned batch = batchCount(cls);
+    if (++list.count == batch + 1)
+        list.cut = b;
+    else if (list.count >= 2 * batch) [[unlikely]]
+        spillOldest(list, cls);
 }
 
 bool usesChunks() noexcept {

@@ -2,11 +2,12 @@
 //
 // A document tree is made of millions of small objects of a handful of sizes. Each one costing
 // its own malloc means a header per object and, worse, fresh 4 KiB pages faulted in one by one.
-// This allocator hands out blocks of size classes (multiples of 8 bytes up to kLargestClass)
-// carved from 2 MiB-aligned chunks that ask for transparent huge pages. Freed blocks go to a
-// per-thread free list, so the common case takes no lock and no atomic operation; surplus
-// blocks move in batches through a shared depot, so memory freed on one thread (nodes may be
-// released by any thread, and may outlive their document) is reused by the others.
+// This allocator hands out blocks of size classes (multiples of 8 bytes, from 24 up to
+// kLargestClass) carved from 2 MiB-aligned chunks that ask for transparent huge pages. Freed
+// blocks go to a per-thread free list, so the common case takes no lock and no atomic
+// operation; surplus blocks move in batches through a shared depot, so memory freed on one
+// thread (nodes may be released by any thread, and may outlive their document) is reused by
+// the others.
 //
 // Memory is kept for reuse and not given back to the system: the footprint of a process is the
 // peak of its live nodes. Under AddressSanitizer every block comes from the global operator

@@ -252,9 +252,19 @@ TEST_F(Attributes, ValuesAndText) {
     size->setNodeValue(ZtValue(ZtName(NM_auto)));
     EXPECT_EQ(e->getAttribute(name("size")).getNameValue(), ZtName(NM_auto));
 
-    // The loader's entry keeps the text exactly; declarations become names.
+    // The loader's entry keeps the text exactly; keywords and declarations become names.
     e->setAttributeEx(ZtName(), ZtName(), name("id"), u" x1 ");
+    EXPECT_TRUE(e->getAttribute(name("id")).isString());
     EXPECT_EQ(utf8(e->getAttribute(name("id")).getStringValue()), " x1 ");
+    e->setAttributeEx(ZtName(), ZtName(), ZtName(NM_text_align), u"center");
+    ZtValue align = e->getAttribute(ZtName(NM_text_align));
+    EXPECT_EQ(align.getNameValue(), ZtName(NM_center));
+    EXPECT_EQ(utf8(align.getStringValue()), "center");
+    e->setAttributeEx(ZtName(), ZtName(), ZtName(NM_text_align), u"Center"); // not a keyword
+    EXPECT_TRUE(e->getAttribute(ZtName(NM_text_align)).isString());
+    e->setAttributeEx(ZtName(), ZtName(), name("empty"), u"");
+    EXPECT_TRUE(e->getAttribute(name("empty")).isString());
+    EXPECT_TRUE(e->getAttribute(name("empty")).getStringValue().isEmpty());
     e->setAttributeEx(ZtName(NM_NS_XMLNS), ZtName(NM_xmlns), ZtName(NM_fo),
                       UnicodeString(u"http://www.w3.org/1999/XSL/Format"));
     ZtValue decl = e->getAttributeNS(ZtName(NM_NS_XMLNS), ZtName(NM_fo));

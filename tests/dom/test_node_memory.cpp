@@ -13,8 +13,8 @@
 
 using namespace ZtCommonNS;
 
-TEST(NodeMemory, SizeClassesRoundUpToEightBytes) {
-    EXPECT_EQ(NodeMemory::blockSize(1), 8u);
+TEST(NodeMemory, SizeClassesRoundUpToEightBytesFromTwentyFour) {
+    EXPECT_EQ(NodeMemory::blockSize(1), 24u); // the smallest block holds three words
     EXPECT_EQ(NodeMemory::blockSize(56), 56u);
     EXPECT_EQ(NodeMemory::blockSize(57), 64u);
     EXPECT_EQ(NodeMemory::blockSize(NodeMemory::kLargestClass), NodeMemory::kLargestClass);
