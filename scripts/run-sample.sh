@@ -13,3 +13,5 @@ step name inherit font-size "xml:lang" my-own-name
 step name --id 1 820 2842 0 99999
 step char "縦Ａ、ｶ§é"
 step char -u 32FF 0661
+step tree 'fo:root[xmlns:fo=http://www.w3.org/1999/XSL/Format](fo:block[text-align=center,font-size=12pt](#"Hello, world") p:x[xmlns:p=urn:p])'
+step tree --order post 'a(b(#1 c) #2 d)'
