@@ -71,6 +71,8 @@ class ZT_EXPORT ZtNamedNodeMap : public ZtNodeList {
 public:
     static constexpr unsigned int getStaticTypeID() { return ZtTypeId::NamedNodeMap; }
     bool isA(unsigned int id) const override {
+        // Deliberately past ZtNodeList: a map's chain goes straight to ZtNodeIterable.
+        // NOLINTNEXTLINE(bugprone-parent-virtual-call)
         return id == ZtTypeId::NamedNodeMap || ZtNodeIterable::isA(id);
     }
     unsigned int getTypeID() const override { return ZtTypeId::NamedNodeMap; }
@@ -172,6 +174,9 @@ public:
     bool operator!=(const ZtTreeIterator& other) const { return !(*this == other); }
 
 private:
+    template <bool Forward> ZtNode* step();
+    template <bool Forward> bool canStep() const;
+
     ZtNode* root_ = nullptr;
     ZtNode* current_ = nullptr;
     bool postVisit_ = true;

@@ -24,7 +24,7 @@ ZtNodeIterator::ZtNodeIterator(const ZtNode* node, ZtNode* after) {
         return;
     ZtPtr<ZtNodeList> list = node->getDescendantNodes();
     list_ = list.get();
-    iterable_ = std::move(list);
+    iterable_ = ZtPtr<ZtNodeIterable>(std::move(list));
     if (list_)
         next_ = after ? list_->nextNode(after) : list_->firstNode();
 }

@@ -143,16 +143,19 @@ char* mapChunk(std::size_t size) {
     void* raw = mmap(nullptr, span, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (raw == MAP_FAILED)
         throw std::bad_alloc();
-    auto base = reinterpret_cast<std::uintptr_t>(raw);
-    std::uintptr_t aligned = (base + kHugePage - 1) & ~(kHugePage - 1);
-    if (aligned > base)
-        munmap(raw, aligned - base);
-    std::uintptr_t tail = aligned + size;
-    if (base + span > tail)
-        munmap(reinterpret_cast<void*>(tail), base + span - tail);
-    madvise(reinterpret_cast<void*>(aligned), size, MADV_HUGEPAGE);
+    // The mapping is one huge page longer than asked for: cut off what lies before the first
+    // boundary and after the region.
+    char* base = static_cast<char*>(raw);
+    std::size_t misalignment = reinterpret_cast<std::uintptr_t>(base) % kHugePage;
+    std::size_t head = misalignment ? kHugePage - misalignment : 0;
+    char* aligned = base + head;
+    if (head)
+        munmap(base, head);
+    if (span > head + size)
+        munmap(aligned + size, span - head - size);
+    madvise(aligned, size, MADV_HUGEPAGE);
     g_reservedBytes.fetch_add(static_cast<long long>(size), std::memory_order_relaxed);
-    return reinterpret_cast<char*>(aligned);
+    return aligned;
 }
 
 // Takes `bytes` from the current chunk, mapping a new one when it is used up. Chunks grow with

@@ -26,6 +26,7 @@ TEST(NodeMemory, CountsBlocksInUseAndReusesFreedOnes) {
     constexpr size_t kSize = 232;
     long long before = NodeMemory::bytesInUse();
     std::vector<void*> blocks;
+    blocks.reserve(5000);
     for (int i = 0; i < 5000; ++i)
         blocks.push_back(NodeMemory::allocate(kSize));
     void* large = NodeMemory::allocate(1000);
@@ -75,6 +76,7 @@ TEST(NodeMemory, ThreadsShareBlocksSafely) {
     };
     for (int round = 0; round < 3; ++round) {
         std::vector<std::thread> threads;
+        threads.reserve(kThreads);
         for (int t = 0; t < kThreads; ++t) {
             threads.emplace_back([&, t] {
                 std::vector<void*> mine;
@@ -119,6 +121,7 @@ TEST(NodeMemory, TreesCrossThreads) {
     constexpr int kThreads = 3;
     std::vector<ZtPtr<ZtDocument>> made(kThreads);
     std::vector<std::thread> threads;
+    threads.reserve(kThreads);
     for (int t = 0; t < kThreads; ++t) {
         threads.emplace_back([&, t] {
             ZtPtr<ZtDocument> doc = newDocument();

@@ -153,13 +153,6 @@ TEST_F(Queries, KindPredicatesAndNames) {
     EXPECT_TRUE(pi->isProcessingInstruction());
     EXPECT_FALSE(fragment->isElementNode() || fragment->isText() ||
                  fragment->isProcessingInstruction());
-    const ZtNode* all[] = {a, text, pi, fragment, doc};
-    for (const ZtNode* n : all) {
-        EXPECT_FALSE(n->isPKWO() || n->isArea() || n->isBidiOverride() || n->isBlock() ||
-                     n->isBlockOrBdo(true) || n->isCSS() || n->isFO() || n->isHTML() ||
-                     n->isInline() || n->isInlineBlock() || n->isNeutral() || n->isOutOfLine() ||
-                     n->isXML() || n->saveTextTag() || n->isHTMLSyntax() || n->isXHTMLSyntax());
-    }
     EXPECT_EQ(text->getNodeType(), ZtNode::TEXT_NODE);
     EXPECT_EQ(pi->getNodeType(), ZtNode::PROCESSING_INSTRUCTION_NODE);
     EXPECT_EQ(fragment->getNodeType(), ZtNode::DOCUMENT_FRAGMENT_NODE);
