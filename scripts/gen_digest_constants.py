@@ -59,6 +59,7 @@ def main():
     print("#pragma once\n")
     print("#include <cstdint>\n")
     print("namespace ZtCommonNS::crypto {\n")
+    print("// clang-format off\n")
     print("// MD5: floor(|sin(i)| * 2^32) for i = 1..64.")
     print(table("kMd5Sine", "uint32_t", md5, 8, 6) + "\n")
     print("// SHA-256: fractional parts of the cube roots of the first 64 primes.")
@@ -71,6 +72,7 @@ def main():
     print(table("kSha512Initial", "uint64_t", h512, 16, 3) + "\n")
     print("// SHA-384: fractional parts of the square roots of the 9th to 16th primes.")
     print(table("kSha384Initial", "uint64_t", h384, 16, 3) + "\n")
+    print("// clang-format on\n")
     print("} // namespace ZtCommonNS::crypto")
 
 

@@ -17,6 +17,12 @@ CpuFeatures detect() {
     const bool ssse3 = (ecx & bit_SSSE3) != 0;
     const bool sse41 = (ecx & bit_SSE4_1) != 0;
     f.aesni = ssse3 && sse41 && (ecx & bit_AES) != 0;
+    // AVX needs the operating system to save the YMM state: OSXSAVE, then XCR0 bits 1 and 2.
+    if ((ecx & bit_OSXSAVE) != 0 && (ecx & bit_AVX) != 0) {
+        unsigned xcr0Low = 0, xcr0High = 0;
+        asm("xgetbv" : "=a"(xcr0Low), "=d"(xcr0High) : "c"(0));
+        f.avx = (xcr0Low & 6) == 6;
+    }
     if (__get_cpuid_max(0, nullptr) >= 7) {
         __cpuid_count(7, 0, eax, ebx, ecx, edx);
         f.shani = ssse3 && sse41 && (ebx & bit_SHA) != 0;
@@ -39,8 +45,8 @@ const Kernels& bestTable() {
             k.sha1 = &sha1ShaNi;
             k.sha256 = &sha256ShaNi;
         }
-        if (f.bmi2)
-            k.sha512 = &sha512Bmi2;
+        if (f.avx && f.bmi2)
+            k.sha512 = &sha512Avx;
         if (f.aesni)
             k.aes = &aesNiKernels;
         return k;

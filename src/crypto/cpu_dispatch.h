@@ -11,7 +11,8 @@ namespace ZtCommonNS::crypto {
 struct CpuFeatures {
     bool aesni = false; // AES-NI with SSE4.1
     bool shani = false; // SHA extensions with SSE4.1
-    bool bmi2 = false;  // rorx and andn for the scalar SHA-512 rounds
+    bool bmi2 = false;  // rorx and andn, for the SHA-512 rounds beside AVX
+    bool avx = false;   // AVX enabled by the operating system (its registers are saved)
 };
 const CpuFeatures& cpuFeatures();
 
@@ -64,7 +65,7 @@ void sha1ShaNi(uint32_t* state, const unsigned char* data, size_t blocks);
 void sha256Portable(uint32_t* state, const unsigned char* data, size_t blocks);
 void sha256ShaNi(uint32_t* state, const unsigned char* data, size_t blocks);
 void sha512Portable(uint64_t* state, const unsigned char* data, size_t blocks);
-void sha512Bmi2(uint64_t* state, const unsigned char* data, size_t blocks);
+void sha512Avx(uint64_t* state, const unsigned char* data, size_t blocks);
 void md5Blocks(uint32_t* state, const unsigned char* data, size_t blocks);
 extern const AesKernels aesPortableKernels;
 extern const AesKernels aesNiKernels;

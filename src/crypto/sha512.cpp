@@ -1,19 +1,17 @@
-// SHA-512 and SHA-384 (FIPS 180-4). There is no SHA-512 instruction on x86 processors, so the
-// scalar rounds are the hot path: the 80 steps are written out with the eight words rotating
-// through the register names, and the same body is compiled a second time for processors with
-// BMI2, whose three-operand rotate (rorx) and and-not (andn) spare most register copies.
+// SHA-512 and SHA-384 (FIPS 180-4): the portable block function and the contexts. The 80
+// rounds are written out with the eight words rotating through the register names; the
+// message schedule lives in a 16-word ring. Processors with AVX and BMI2 use sha512_avx.cpp.
 #include <bit>
 
 #include "crypto/cpu_dispatch.h"
 #include "crypto/digest_constants.h"
 #include "crypto/digest_engine.h"
+#include "crypto/sha512_round.h"
 #include "ztcommon/crypto.h"
 
 namespace ZtCommonNS {
 
 namespace crypto {
-
-namespace {
 
 #define SHA512_W(t)                                                                                \
     ((t) < 16 ? w[(t)&15]                                                                          \
@@ -23,47 +21,26 @@ namespace {
                               (std::rotr(w[((t) + 1) & 15], 1) ^ std::rotr(w[((t) + 1) & 15], 8) ^ \
                                (w[((t) + 1) & 15] >> 7))))
 
-// Ch(e,f,g) = (e & f) | (~e & g): the terms share no bit and are added into t1 separately, so
-// neither waits for the other. Maj(a,b,c) is likewise (a & b) + (c & (a ^ b)).
-#define SHA512_STEP(a, b, c, d, e, f, g, h, t)                                                     \
-    {                                                                                              \
-        h += kSha512Rounds[t] + SHA512_W(t);                                                       \
-        h += std::rotr(e, 14) ^ std::rotr(e, 18) ^ std::rotr(e, 41);                               \
-        h += (e & f);                                                                              \
-        h += (~e & g);                                                                             \
-        d += h;                                                                                    \
-        h += std::rotr(a, 28) ^ std::rotr(a, 34) ^ std::rotr(a, 39);                               \
-        h += (a & b) + (c & (a ^ b));                                                              \
-    }
+#define SHA512_WK(t) (kSha512Rounds[t] + SHA512_W(t))
 
-#define SHA512_EIGHT(t)                                                                            \
-    SHA512_STEP(a, b, c, d, e, f, g, h, (t))                                                       \
-    SHA512_STEP(h, a, b, c, d, e, f, g, (t) + 1)                                                   \
-    SHA512_STEP(g, h, a, b, c, d, e, f, (t) + 2)                                                   \
-    SHA512_STEP(f, g, h, a, b, c, d, e, (t) + 3)                                                   \
-    SHA512_STEP(e, f, g, h, a, b, c, d, (t) + 4)                                                   \
-    SHA512_STEP(d, e, f, g, h, a, b, c, (t) + 5)                                                   \
-    SHA512_STEP(c, d, e, f, g, h, a, b, (t) + 6)                                                   \
-    SHA512_STEP(b, c, d, e, f, g, h, a, (t) + 7)
-
-__attribute__((always_inline)) inline void sha512Body(uint64_t* state, const unsigned char* data,
-                                                      size_t blocks) {
+void sha512Portable(uint64_t* state, const unsigned char* data, size_t blocks) {
     uint64_t a = state[0], b = state[1], c = state[2], d = state[3];
     uint64_t e = state[4], f = state[5], g = state[6], h = state[7];
     for (; blocks != 0; --blocks, data += 128) {
         uint64_t w[16];
         for (int i = 0; i < 16; ++i)
             w[i] = loadBe64(data + 8 * i);
-        SHA512_EIGHT(0)
-        SHA512_EIGHT(8)
-        SHA512_EIGHT(16)
-        SHA512_EIGHT(24)
-        SHA512_EIGHT(32)
-        SHA512_EIGHT(40)
-        SHA512_EIGHT(48)
-        SHA512_EIGHT(56)
-        SHA512_EIGHT(64)
-        SHA512_EIGHT(72)
+        uint64_t bc = b ^ c;
+        ZT_SHA512_EIGHT_ROUNDS(0, SHA512_WK)
+        ZT_SHA512_EIGHT_ROUNDS(8, SHA512_WK)
+        ZT_SHA512_EIGHT_ROUNDS(16, SHA512_WK)
+        ZT_SHA512_EIGHT_ROUNDS(24, SHA512_WK)
+        ZT_SHA512_EIGHT_ROUNDS(32, SHA512_WK)
+        ZT_SHA512_EIGHT_ROUNDS(40, SHA512_WK)
+        ZT_SHA512_EIGHT_ROUNDS(48, SHA512_WK)
+        ZT_SHA512_EIGHT_ROUNDS(56, SHA512_WK)
+        ZT_SHA512_EIGHT_ROUNDS(64, SHA512_WK)
+        ZT_SHA512_EIGHT_ROUNDS(72, SHA512_WK)
         a = state[0] += a;
         b = state[1] += b;
         c = state[2] += c;
@@ -76,19 +53,7 @@ __attribute__((always_inline)) inline void sha512Body(uint64_t* state, const uns
 }
 
 #undef SHA512_W
-#undef SHA512_STEP
-#undef SHA512_EIGHT
-
-} // namespace
-
-void sha512Portable(uint64_t* state, const unsigned char* data, size_t blocks) {
-    sha512Body(state, data, blocks);
-}
-
-__attribute__((target("bmi,bmi2"))) void sha512Bmi2(uint64_t* state, const unsigned char* data,
-                                                    size_t blocks) {
-    sha512Body(state, data, blocks);
-}
+#undef SHA512_WK
 
 } // namespace crypto
 
