@@ -5,3 +5,9 @@ if(OpenSSL_FOUND)
   target_link_libraries(${ZT_TEST_TARGET} PRIVATE OpenSSL::Crypto)
   target_compile_definitions(${ZT_TEST_TARGET} PRIVATE ZT_HAVE_OPENSSL=1)
 endif()
+
+# The command-line tool against coreutils' digest programs (only where the tool is built).
+if(TARGET ztc)
+  add_test(NAME crypto.ztc COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/check_ztc.sh $<TARGET_FILE:ztc>)
+  set_tests_properties(crypto.ztc PROPERTIES LABELS crypto)
+endif()
