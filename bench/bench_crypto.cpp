@@ -180,7 +180,7 @@ void registerAll() {
 #else
     const bool withPeer = false;
 #endif
-    auto add = [&](const std::string& name, Op ours, std::function<Op()> peer) {
+    auto add = [&](const std::string& name, Op ours, const std::function<Op()>& peer) {
         cases.push_back({name, std::move(ours), withPeer ? peer() : Op()});
     };
 #ifdef ZT_HAVE_OPENSSL

@@ -16,14 +16,14 @@ uint32_t subWord(uint32_t w) {
 } // namespace
 
 void expandEncryptionKeys(const unsigned char* key, int keyLength, AesKeys& keys) {
-    const int nk = keyLength / 4;
-    keys.rounds = nk + 6;
-    const int total = 4 * (keys.rounds + 1);
+    const size_t nk = static_cast<size_t>(keyLength) / 4;
+    keys.rounds = static_cast<int>(nk) + 6;
+    const size_t total = 4 * static_cast<size_t>(keys.rounds + 1);
     uint32_t w[60];
-    for (int i = 0; i < nk; ++i)
+    for (size_t i = 0; i < nk; ++i)
         w[i] = loadLe32(key + 4 * i);
     uint8_t rcon = 1;
-    for (int i = nk; i < total; ++i) {
+    for (size_t i = nk; i < total; ++i) {
         uint32_t t = w[i - 1];
         if (i % nk == 0) {
             // RotWord moves the first byte to the end: in a little-endian word, a right
@@ -35,17 +35,17 @@ void expandEncryptionKeys(const unsigned char* key, int keyLength, AesKeys& keys
         }
         w[i] = w[i - nk] ^ t;
     }
-    for (int i = 0; i < total; ++i)
+    for (size_t i = 0; i < total; ++i)
         storeLe32(keys.bytes + 4 * i, w[i]);
 }
 
 void makeDecryptionKeys(const AesKeys& encryption, AesKeys& decryption) {
-    const int rounds = encryption.rounds;
-    decryption.rounds = rounds;
-    for (int r = 0; r <= rounds; ++r) {
+    const size_t rounds = static_cast<size_t>(encryption.rounds);
+    decryption.rounds = encryption.rounds;
+    for (size_t r = 0; r <= rounds; ++r) {
         const unsigned char* from = encryption.bytes + 16 * (rounds - r);
         unsigned char* to = decryption.bytes + 16 * r;
-        for (int c = 0; c < 4; ++c) {
+        for (size_t c = 0; c < 4; ++c) {
             uint32_t w = loadLe32(from + 4 * c);
             if (r != 0 && r != rounds)
                 w = invMixColumn(w);

@@ -19,7 +19,7 @@ inline Block load(const unsigned char* p) {
     return {{loadLe32(p), loadLe32(p + 4), loadLe32(p + 8), loadLe32(p + 12)}};
 }
 inline void store(unsigned char* p, const Block& b) {
-    for (int i = 0; i < 4; ++i)
+    for (size_t i = 0; i < 4; ++i)
         storeLe32(p + 4 * i, b.c[i]);
 }
 inline Block operator^(const Block& a, const Block& b) {
@@ -31,23 +31,23 @@ inline uint32_t byteOf(uint32_t w, int row) {
 }
 
 // One forward round for output column j: row r comes from column j + r (ShiftRows).
-inline uint32_t encColumn(const uint32_t* s, int j, uint32_t key) {
+inline uint32_t encColumn(const uint32_t* s, size_t j, uint32_t key) {
     return kEncTable[byteOf(s[j], 0)] ^ std::rotl(kEncTable[byteOf(s[(j + 1) & 3], 1)], 8) ^
            std::rotl(kEncTable[byteOf(s[(j + 2) & 3], 2)], 16) ^
            std::rotl(kEncTable[byteOf(s[(j + 3) & 3], 3)], 24) ^ key;
 }
-inline uint32_t encLastColumn(const uint32_t* s, int j, uint32_t key) {
+inline uint32_t encLastColumn(const uint32_t* s, size_t j, uint32_t key) {
     return column(kSbox[byteOf(s[j], 0)], kSbox[byteOf(s[(j + 1) & 3], 1)],
                   kSbox[byteOf(s[(j + 2) & 3], 2)], kSbox[byteOf(s[(j + 3) & 3], 3)]) ^
            key;
 }
 // One inverse round: row r comes from column j - r (InvShiftRows).
-inline uint32_t decColumn(const uint32_t* s, int j, uint32_t key) {
+inline uint32_t decColumn(const uint32_t* s, size_t j, uint32_t key) {
     return kDecTable[byteOf(s[j], 0)] ^ std::rotl(kDecTable[byteOf(s[(j + 3) & 3], 1)], 8) ^
            std::rotl(kDecTable[byteOf(s[(j + 2) & 3], 2)], 16) ^
            std::rotl(kDecTable[byteOf(s[(j + 1) & 3], 3)], 24) ^ key;
 }
-inline uint32_t decLastColumn(const uint32_t* s, int j, uint32_t key) {
+inline uint32_t decLastColumn(const uint32_t* s, size_t j, uint32_t key) {
     return column(kInvSbox[byteOf(s[j], 0)], kInvSbox[byteOf(s[(j + 3) & 3], 1)],
                   kInvSbox[byteOf(s[(j + 2) & 3], 2)], kInvSbox[byteOf(s[(j + 1) & 3], 3)]) ^
            key;
@@ -56,19 +56,19 @@ inline uint32_t decLastColumn(const uint32_t* s, int j, uint32_t key) {
 template <bool Decrypt> Block cipher(const AesKeys& k, Block in) {
     const unsigned char* rk = k.bytes;
     uint32_t s[4], t[4];
-    for (int j = 0; j < 4; ++j)
+    for (size_t j = 0; j < 4; ++j)
         s[j] = in.c[j] ^ loadLe32(rk + 4 * j);
     for (int r = 1; r < k.rounds; ++r) {
         rk += 16;
-        for (int j = 0; j < 4; ++j)
+        for (size_t j = 0; j < 4; ++j)
             t[j] = Decrypt ? decColumn(s, j, loadLe32(rk + 4 * j))
                            : encColumn(s, j, loadLe32(rk + 4 * j));
-        for (int j = 0; j < 4; ++j)
+        for (size_t j = 0; j < 4; ++j)
             s[j] = t[j];
     }
     rk += 16;
     Block out;
-    for (int j = 0; j < 4; ++j)
+    for (size_t j = 0; j < 4; ++j)
         out.c[j] = Decrypt ? decLastColumn(s, j, loadLe32(rk + 4 * j))
                            : encLastColumn(s, j, loadLe32(rk + 4 * j));
     return out;

@@ -46,7 +46,7 @@ void md5Blocks(uint32_t* state, const unsigned char* data, size_t blocks) {
     uint32_t a = state[0], b = state[1], c = state[2], d = state[3];
     for (; blocks != 0; --blocks, data += 64) {
         uint32_t x[16];
-        for (int i = 0; i < 16; ++i)
+        for (size_t i = 0; i < 16; ++i)
             x[i] = loadLe32(data + 4 * i);
         const uint32_t a0 = a, b0 = b, c0 = c, d0 = d;
 
@@ -121,7 +121,7 @@ void MD5_CTX::Update(const unsigned char* data, uint64_t length) {
 void MD5_CTX::Final(unsigned char* digest) {
     crypto::digestFinish<64, 8, false>(state_, buffer_, length_, &crypto::md5Blocks);
     if (digest != nullptr)
-        for (int i = 0; i < 4; ++i)
+        for (size_t i = 0; i < 4; ++i)
             crypto::storeLe32(digest + 4 * i, state_[i]);
     *this = MD5_CTX();
 }

@@ -47,7 +47,7 @@ void sha1Portable(uint32_t* state, const unsigned char* data, size_t blocks) {
     uint32_t a = state[0], b = state[1], c = state[2], d = state[3], e = state[4];
     for (; blocks != 0; --blocks, data += 64) {
         uint32_t w[16];
-        for (int i = 0; i < 16; ++i)
+        for (size_t i = 0; i < 16; ++i)
             w[i] = loadBe32(data + 4 * i);
         const uint32_t a0 = a, b0 = b, c0 = c, d0 = d, e0 = e;
         SHA1_FIVE(choose, 0x5a827999u, 0)
@@ -105,7 +105,7 @@ int SHA1_CTX::Update(const unsigned char* data, uint32_t length) {
 int SHA1_CTX::Final(unsigned char* digest) {
     crypto::digestFinish<64, 8, true>(state_, buffer_, length_, crypto::kernels().sha1);
     if (digest != nullptr)
-        for (int i = 0; i < 5; ++i)
+        for (size_t i = 0; i < 5; ++i)
             crypto::storeBe32(digest + 4 * i, state_[i]);
     *this = SHA1_CTX();
     return digest != nullptr ? SHA1_SUCCESS : SHA1_NULL;

@@ -49,7 +49,7 @@ void sha256Portable(uint32_t* state, const unsigned char* data, size_t blocks) {
     uint32_t e = state[4], f = state[5], g = state[6], h = state[7];
     for (; blocks != 0; --blocks, data += 64) {
         uint32_t w[16];
-        for (int i = 0; i < 16; ++i)
+        for (size_t i = 0; i < 16; ++i)
             w[i] = loadBe32(data + 4 * i);
         SHA256_EIGHT(0)
         SHA256_EIGHT(8)
@@ -89,7 +89,7 @@ void SHA256_CTX::Update(const unsigned char* data, uint64_t length) {
 void SHA256_CTX::Final(unsigned char* digest) {
     crypto::digestFinish<64, 8, true>(state_, buffer_, length_, crypto::kernels().sha256);
     if (digest != nullptr)
-        for (int i = 0; i < 8; ++i)
+        for (size_t i = 0; i < 8; ++i)
             crypto::storeBe32(digest + 4 * i, state_[i]);
     *this = SHA256_CTX();
 }

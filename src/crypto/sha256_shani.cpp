@@ -13,7 +13,7 @@ namespace {
 
 // Four rounds with schedule words `msg` (already byte-swapped).
 ZT_SHANI_TARGET __attribute__((always_inline)) inline void fourRounds(__m128i& abef, __m128i& cdgh,
-                                                                      __m128i msg, int quad) {
+                                                                      __m128i msg, size_t quad) {
     __m128i wk = _mm_add_epi32(
         msg, _mm_load_si128(reinterpret_cast<const __m128i*>(kSha256Rounds + 4 * quad)));
     cdgh = _mm_sha256rnds2_epu32(cdgh, abef, wk);
@@ -53,7 +53,7 @@ ZT_SHANI_TARGET void sha256ShaNi(uint32_t* state, const unsigned char* data, siz
         fourRounds(abef, cdgh, m1, 1);
         fourRounds(abef, cdgh, m2, 2);
         fourRounds(abef, cdgh, m3, 3);
-        for (int quad = 4; quad < 16; quad += 4) {
+        for (size_t quad = 4; quad < 16; quad += 4) {
             m0 = nextWords(m0, m1, m2, m3);
             fourRounds(abef, cdgh, m0, quad);
             m1 = nextWords(m1, m2, m3, m0);

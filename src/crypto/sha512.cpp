@@ -28,7 +28,7 @@ void sha512Portable(uint64_t* state, const unsigned char* data, size_t blocks) {
     uint64_t e = state[4], f = state[5], g = state[6], h = state[7];
     for (; blocks != 0; --blocks, data += 128) {
         uint64_t w[16];
-        for (int i = 0; i < 16; ++i)
+        for (size_t i = 0; i < 16; ++i)
             w[i] = loadBe64(data + 8 * i);
         uint64_t bc = b ^ c;
         ZT_SHA512_EIGHT_ROUNDS(0, SHA512_WK)
@@ -80,7 +80,7 @@ void SHA512_CTX::Final(unsigned char* digest) {
     crypto::digestFinish<128, 16, true>(state_, buffer_, length_, crypto::kernels().sha512);
     if (digest != nullptr) {
         unsigned char full[64];
-        for (int i = 0; i < 8; ++i)
+        for (size_t i = 0; i < 8; ++i)
             crypto::storeBe64(full + 8 * i, state_[i]);
         std::memcpy(digest, full, static_cast<size_t>(digestLength_));
     }

@@ -22,13 +22,14 @@ ZT_SHA512_INLINE __m128i rotr(__m128i x, int n) {
 
 // The schedule words 2p and 2p + 1 of `block`, stored in w (plain) and wk (plus K). Words 16
 // and up come from those stored before: w[t-2], w[t-7], w[t-15], w[t-16].
-ZT_SHA512_INLINE void schedulePair(uint64_t* w, uint64_t* wk, const unsigned char* block, int p) {
+ZT_SHA512_INLINE void schedulePair(uint64_t* w, uint64_t* wk, const unsigned char* block,
+                                   size_t p) {
     __m128i v;
     if (p < 8) {
         const __m128i swap = _mm_set_epi64x(0x08090a0b0c0d0e0fLL, 0x0001020304050607LL);
         v = _mm_shuffle_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(block) + p), swap);
     } else {
-        const int t = 2 * p;
+        const size_t t = 2 * p;
         const __m128i w2 = _mm_load_si128(reinterpret_cast<const __m128i*>(w + t - 2));
         const __m128i w7 = _mm_loadu_si128(reinterpret_cast<const __m128i*>(w + t - 7));
         const __m128i w15 = _mm_loadu_si128(reinterpret_cast<const __m128i*>(w + t - 15));
@@ -49,12 +50,12 @@ ZT_SHA512_INLINE void schedulePair(uint64_t* w, uint64_t* wk, const unsigned cha
 
 // Rounds 8q..8q+7 of the current block, then a tenth of the next block's schedule.
 #define ZT_SHA512_GROUP(q)                                                                         \
-    ZT_SHA512_EIGHT_ROUNDS(8 * (q), ZT_SHA512_CURRENT)                                             \
+    ZT_SHA512_EIGHT_ROUNDS(8 * size_t{q}, ZT_SHA512_CURRENT)                                       \
     if (more) {                                                                                    \
-        schedulePair(w, next, data + 128, 4 * (q));                                                \
-        schedulePair(w, next, data + 128, 4 * (q) + 1);                                            \
-        schedulePair(w, next, data + 128, 4 * (q) + 2);                                            \
-        schedulePair(w, next, data + 128, 4 * (q) + 3);                                            \
+        schedulePair(w, next, data + 128, 4 * size_t{q});                                          \
+        schedulePair(w, next, data + 128, 4 * size_t{q} + 1);                                      \
+        schedulePair(w, next, data + 128, 4 * size_t{q} + 2);                                      \
+        schedulePair(w, next, data + 128, 4 * size_t{q} + 3);                                      \
     }
 
 } // namespace
@@ -62,7 +63,7 @@ ZT_SHA512_INLINE void schedulePair(uint64_t* w, uint64_t* wk, const unsigned cha
 ZT_SHA512_TARGET void sha512Avx(uint64_t* state, const unsigned char* data, size_t blocks) {
     alignas(16) uint64_t w[80];
     alignas(16) uint64_t wk[2][80];
-    for (int p = 0; p < 40; ++p)
+    for (size_t p = 0; p < 40; ++p)
         schedulePair(w, wk[0], data, p);
 
     uint64_t a = state[0], b = state[1], c = state[2], d = state[3];

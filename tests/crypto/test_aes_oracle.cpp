@@ -45,7 +45,7 @@ Bytes openSsl(bool encrypt, AES_Mode mode, const Bytes& key, const Bytes& iv, co
     EXPECT_EQ(EVP_CipherUpdate(ctx, out.data(), &n1, in.data(), static_cast<int>(in.size())), 1);
     EXPECT_EQ(EVP_CipherFinal_ex(ctx, out.data() + n1, &n2), 1);
     EVP_CIPHER_CTX_free(ctx);
-    out.resize(static_cast<size_t>(n1 + n2));
+    out.resize(static_cast<size_t>(n1) + static_cast<size_t>(n2));
     return out;
 }
 #endif

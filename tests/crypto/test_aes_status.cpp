@@ -119,6 +119,7 @@ TEST(AesStatus, LengthsAndNullBuffers) {
     EXPECT_EQ(dec.padDecrypt(out, 16, nullptr), AES_BAD_DATA);
 }
 
+// The copies below are what is tested, hence the NOLINT marks.
 TEST(AesStatus, CopiesCarryKeyModeAndVector) {
     const unsigned char iv[16] = {9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9};
     unsigned char plain[32];
@@ -128,7 +129,7 @@ TEST(AesStatus, CopiesCarryKeyModeAndVector) {
     unsigned char expected[32], got[32];
     ASSERT_EQ(original.blockEncrypt(plain, 32, expected), 32);
 
-    AES_Encryption copy(original);
+    AES_Encryption copy(original); // NOLINT(performance-unnecessary-copy-initialization)
     ASSERT_EQ(copy.blockEncrypt(plain, 32, got), 32);
     EXPECT_EQ(toHex(got, 32), toHex(expected, 32));
 
@@ -139,14 +140,14 @@ TEST(AesStatus, CopiesCarryKeyModeAndVector) {
 
     // A copy of a failed cipher has failed too.
     AES_Encryption failed(AES_MODE_CBC, kKey, 20);
-    AES_Encryption failedCopy(failed);
+    AES_Encryption failedCopy(failed); // NOLINT(performance-unnecessary-copy-initialization)
     EXPECT_EQ(failedCopy.getInitStatus(), AES_BAD_KEY_LENGTH);
     assigned = failed;
     EXPECT_EQ(assigned.blockEncrypt(plain, 32, got), AES_NOT_INITIALISED);
 
     // Decryption of the copy's output with a decrypting cipher returns the plaintext.
     AES_Decryption dec(AES_MODE_CBC, kKey, 24, iv);
-    AES_Decryption decCopy = dec;
+    AES_Decryption decCopy = dec; // NOLINT(performance-unnecessary-copy-initialization)
     ASSERT_EQ(decCopy.blockDecrypt(expected, 32, got), 32);
     EXPECT_EQ(toHex(got, 32), toHex(plain, 32));
 }
