@@ -3,6 +3,8 @@
 // blocks in flight: AESENC/AESDEC have a latency of several cycles but issue every cycle, so
 // independent blocks hide each other's latency. CBC and CFB-128 encryption are serial by
 // definition and run one block at a time.
+#include <type_traits>
+
 #include <immintrin.h>
 
 #include "crypto/cpu_dispatch.h"
@@ -31,24 +33,15 @@ ZT_AESNI_INLINE void storeBlock(unsigned char* p, __m128i v) {
     _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v);
 }
 
-// Forward cipher of one block; `last` is the final round key, possibly already combined with a
-// value to be added to the result.
-template <int Rounds>
-ZT_AESNI_INLINE __m128i encryptOne(const Keys<Rounds>& k, __m128i x, __m128i last) {
+// One block through the cipher (inverse cipher when Decrypt); `last` is the final round key,
+// possibly already combined with a value to be added to the result.
+template <bool Decrypt, int Rounds>
+ZT_AESNI_INLINE __m128i cipherOne(const Keys<Rounds>& k, __m128i x, __m128i last) {
     x = _mm_xor_si128(x, k.k[0]);
 #pragma GCC unroll 16
     for (int r = 1; r < Rounds; ++r)
-        x = _mm_aesenc_si128(x, k.k[r]);
-    return _mm_aesenclast_si128(x, last);
-}
-
-template <int Rounds>
-ZT_AESNI_INLINE __m128i decryptOne(const Keys<Rounds>& k, __m128i x, __m128i last) {
-    x = _mm_xor_si128(x, k.k[0]);
-#pragma GCC unroll 16
-    for (int r = 1; r < Rounds; ++r)
-        x = _mm_aesdec_si128(x, k.k[r]);
-    return _mm_aesdeclast_si128(x, last);
+        x = Decrypt ? _mm_aesdec_si128(x, k.k[r]) : _mm_aesenc_si128(x, k.k[r]);
+    return Decrypt ? _mm_aesdeclast_si128(x, last) : _mm_aesenclast_si128(x, last);
 }
 
 // Eight blocks through the cipher side by side; last[i] is block i's final round key.
@@ -82,7 +75,7 @@ ZT_AESNI_TARGET void ecb(const AesKeys& keys, const unsigned char* in, unsigned 
     }
     for (; n != 0; --n, in += 16, out += 16) {
         const __m128i x = loadBlock(in);
-        storeBlock(out, Decrypt ? decryptOne(k, x, k.k[Rounds]) : encryptOne(k, x, k.k[Rounds]));
+        storeBlock(out, cipherOne<Decrypt>(k, x, k.k[Rounds]));
     }
 }
 
@@ -92,7 +85,7 @@ ZT_AESNI_TARGET void cbcEncrypt(const AesKeys& keys, const unsigned char* iv,
     const Keys<Rounds> k(keys);
     __m128i chain = loadBlock(iv);
     for (; n != 0; --n, in += 16, out += 16) {
-        chain = encryptOne(k, _mm_xor_si128(loadBlock(in), chain), k.k[Rounds]);
+        chain = cipherOne<false>(k, _mm_xor_si128(loadBlock(in), chain), k.k[Rounds]);
         storeBlock(out, chain);
     }
 }
@@ -103,7 +96,7 @@ ZT_AESNI_TARGET void cfbEncrypt(const AesKeys& keys, const unsigned char* iv,
     const Keys<Rounds> k(keys);
     __m128i chain = loadBlock(iv);
     for (; n != 0; --n, in += 16, out += 16) {
-        chain = encryptOne(k, chain, _mm_xor_si128(k.k[Rounds], loadBlock(in)));
+        chain = cipherOne<false>(k, chain, _mm_xor_si128(k.k[Rounds], loadBlock(in)));
         storeBlock(out, chain);
     }
 }
@@ -133,66 +126,43 @@ ZT_AESNI_TARGET void chainedDecrypt(const AesKeys& keys, const unsigned char* iv
     for (; n != 0; --n, in += 16, out += 16) {
         const __m128i c = loadBlock(in);
         const __m128i last = _mm_xor_si128(k.k[Rounds], Cbc ? chain : c);
-        storeBlock(out, Cbc ? decryptOne(k, c, last) : encryptOne(k, chain, last));
+        storeBlock(out, cipherOne<Cbc>(k, Cbc ? c : chain, last));
         chain = c;
     }
 }
 
-// Entry points: choose the unrolled body for the key's round count.
-#define ZT_BY_ROUNDS(call)                                                                         \
-    switch (keys.rounds) {                                                                         \
-    case 10:                                                                                       \
-        call(10);                                                                                  \
-        break;                                                                                     \
-    case 12:                                                                                       \
-        call(12);                                                                                  \
-        break;                                                                                     \
-    default:                                                                                       \
-        call(14);                                                                                  \
-        break;                                                                                     \
-    }
-
-void ecbEncryptNi(const AesKeys& keys, const unsigned char* in, unsigned char* out, size_t n) {
-#define ZT_CALL(r) ecb<false, r>(keys, in, out, n)
-    ZT_BY_ROUNDS(ZT_CALL)
-#undef ZT_CALL
+// Entry points: each runs the body unrolled for the key's round count.
+template <class Body> void withRounds(int rounds, const Body& body) {
+    if (rounds == 10)
+        body(std::integral_constant<int, 10>());
+    else if (rounds == 12)
+        body(std::integral_constant<int, 12>());
+    else
+        body(std::integral_constant<int, 14>());
 }
 
-void ecbDecryptNi(const AesKeys& keys, const unsigned char* in, unsigned char* out, size_t n) {
-#define ZT_CALL(r) ecb<true, r>(keys, in, out, n)
-    ZT_BY_ROUNDS(ZT_CALL)
-#undef ZT_CALL
+void ecbEncryptNi(const AesKeys& k, const unsigned char* in, unsigned char* out, size_t n) {
+    withRounds(k.rounds, [&](auto r) { ecb<false, r()>(k, in, out, n); });
 }
-
-void cbcEncryptNi(const AesKeys& keys, const unsigned char* iv, const unsigned char* in,
+void ecbDecryptNi(const AesKeys& k, const unsigned char* in, unsigned char* out, size_t n) {
+    withRounds(k.rounds, [&](auto r) { ecb<true, r()>(k, in, out, n); });
+}
+void cbcEncryptNi(const AesKeys& k, const unsigned char* iv, const unsigned char* in,
                   unsigned char* out, size_t n) {
-#define ZT_CALL(r) cbcEncrypt<r>(keys, iv, in, out, n)
-    ZT_BY_ROUNDS(ZT_CALL)
-#undef ZT_CALL
+    withRounds(k.rounds, [&](auto r) { cbcEncrypt<r()>(k, iv, in, out, n); });
 }
-
-void cbcDecryptNi(const AesKeys& keys, const unsigned char* iv, const unsigned char* in,
+void cbcDecryptNi(const AesKeys& k, const unsigned char* iv, const unsigned char* in,
                   unsigned char* out, size_t n) {
-#define ZT_CALL(r) chainedDecrypt<true, r>(keys, iv, in, out, n)
-    ZT_BY_ROUNDS(ZT_CALL)
-#undef ZT_CALL
+    withRounds(k.rounds, [&](auto r) { chainedDecrypt<true, r()>(k, iv, in, out, n); });
 }
-
-void cfbEncryptNi(const AesKeys& keys, const unsigned char* iv, const unsigned char* in,
+void cfbEncryptNi(const AesKeys& k, const unsigned char* iv, const unsigned char* in,
                   unsigned char* out, size_t n) {
-#define ZT_CALL(r) cfbEncrypt<r>(keys, iv, in, out, n)
-    ZT_BY_ROUNDS(ZT_CALL)
-#undef ZT_CALL
+    withRounds(k.rounds, [&](auto r) { cfbEncrypt<r()>(k, iv, in, out, n); });
 }
-
-void cfbDecryptNi(const AesKeys& keys, const unsigned char* iv, const unsigned char* in,
+void cfbDecryptNi(const AesKeys& k, const unsigned char* iv, const unsigned char* in,
                   unsigned char* out, size_t n) {
-#define ZT_CALL(r) chainedDecrypt<false, r>(keys, iv, in, out, n)
-    ZT_BY_ROUNDS(ZT_CALL)
-#undef ZT_CALL
+    withRounds(k.rounds, [&](auto r) { chainedDecrypt<false, r()>(k, iv, in, out, n); });
 }
-
-#undef ZT_BY_ROUNDS
 
 } // namespace
 

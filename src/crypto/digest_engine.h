@@ -36,6 +36,21 @@ inline void digestAbsorb(Word* state, unsigned char* buffer, uint64_t& length,
         std::memcpy(buffer, data, static_cast<size_t>(n));
 }
 
+// The feed-forward at the end of a SHA-2 block: the working variables are added to the
+// state, and take the new state as the start of the next block.
+template <class Word>
+inline void addToState(Word* state, Word& a, Word& b, Word& c, Word& d, Word& e, Word& f, Word& g,
+                       Word& h) {
+    a = state[0] += a;
+    b = state[1] += b;
+    c = state[2] += c;
+    d = state[3] += d;
+    e = state[4] += e;
+    f = state[5] += f;
+    g = state[6] += g;
+    h = state[7] += h;
+}
+
 // Pads the message of `length` bytes and runs the last block(s). The bit length takes the
 // final 8 bytes (MD5 little-endian, SHA big-endian); with a 16-byte length field (SHA-384 and
 // SHA-512) the bits above 64 come from the top of the byte count.

@@ -59,14 +59,7 @@ void sha256Portable(uint32_t* state, const unsigned char* data, size_t blocks) {
         SHA256_EIGHT(40)
         SHA256_EIGHT(48)
         SHA256_EIGHT(56)
-        a = state[0] += a;
-        b = state[1] += b;
-        c = state[2] += c;
-        d = state[3] += d;
-        e = state[4] += e;
-        f = state[5] += f;
-        g = state[6] += g;
-        h = state[7] += h;
+        addToState(state, a, b, c, d, e, f, g, h);
     }
 }
 

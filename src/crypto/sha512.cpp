@@ -41,14 +41,7 @@ void sha512Portable(uint64_t* state, const unsigned char* data, size_t blocks) {
         ZT_SHA512_EIGHT_ROUNDS(56, SHA512_WK)
         ZT_SHA512_EIGHT_ROUNDS(64, SHA512_WK)
         ZT_SHA512_EIGHT_ROUNDS(72, SHA512_WK)
-        a = state[0] += a;
-        b = state[1] += b;
-        c = state[2] += c;
-        d = state[3] += d;
-        e = state[4] += e;
-        f = state[5] += f;
-        g = state[6] += g;
-        h = state[7] += h;
+        addToState(state, a, b, c, d, e, f, g, h);
     }
 }
 

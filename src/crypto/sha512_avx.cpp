@@ -7,6 +7,7 @@
 
 #include "crypto/cpu_dispatch.h"
 #include "crypto/digest_constants.h"
+#include "crypto/digest_engine.h"
 #include "crypto/sha512_round.h"
 
 namespace ZtCommonNS::crypto {
@@ -83,14 +84,7 @@ ZT_SHA512_TARGET void sha512Avx(uint64_t* state, const unsigned char* data, size
         ZT_SHA512_GROUP(7)
         ZT_SHA512_GROUP(8)
         ZT_SHA512_GROUP(9)
-        a = state[0] += a;
-        b = state[1] += b;
-        c = state[2] += c;
-        d = state[3] += d;
-        e = state[4] += e;
-        f = state[5] += f;
-        g = state[6] += g;
-        h = state[7] += h;
+        addToState(state, a, b, c, d, e, f, g, h);
     }
 }
 
