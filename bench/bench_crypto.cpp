@@ -221,10 +221,11 @@ void registerAll() {
             ->MinTime(1.0);
 }
 
-void printSummary() {
+void printSummary(bool portableOnly) {
     const auto& f = ZtCommonNS::crypto::cpuFeatures();
-    std::printf("\nProcessor paths: SHA extensions %s, AES-NI %s, AVX and BMI2 for SHA-512 %s\n",
-                f.shani ? "yes" : "no", f.aesni ? "yes" : "no", f.avx && f.bmi2 ? "yes" : "no");
+    std::printf("\nProcessor offers: SHA extensions %s, AES-NI %s, AVX and BMI2 %s%s\n",
+                f.shani ? "yes" : "no", f.aesni ? "yes" : "no", f.avx && f.bmi2 ? "yes" : "no",
+                portableOnly ? " (not used: --portable)" : "");
     std::printf("%-24s %12s %12s %8s\n", "64 MiB buffer", "ZtCommon", "OpenSSL", "ratio");
     for (const auto& [name, r] : results()) {
         if (r.peer > 0)
@@ -238,12 +239,22 @@ void printSummary() {
 } // namespace
 
 int main(int argc, char** argv) {
+    bool portable = false;
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--portable") == 0) {
+            portable = true;
+            ZtCommonNS::crypto::forcePortable(true);
+            std::copy(argv + i + 1, argv + argc, argv + i);
+            --argc;
+            break;
+        }
+    }
     registerAll();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
-    printSummary();
+    printSummary(portable);
     return 0;
 }

@@ -1,7 +1,6 @@
-// Portable AES: one 1 KiB round table per direction (the other three rows are byte rotations
-// of it, which cost one instruction each) and the S-boxes for the last round. Used where the
-// processor has no AES instructions, and by the tests to check the hardware path against.
-#include <bit>
+// Portable AES: four 1 KiB round tables per direction, one per row of the state (each a byte
+// rotation of the first, computed at compile time), and the S-boxes for the last round. Used where
+// the processor has no AES instructions, and by the tests to check the hardware path against.
 
 #include "crypto/aes_tables.h"
 #include "crypto/byte_order.h"
@@ -32,9 +31,9 @@ inline uint32_t byteOf(uint32_t w, int row) {
 
 // One forward round for output column j: row r comes from column j + r (ShiftRows).
 inline uint32_t encColumn(const uint32_t* s, size_t j, uint32_t key) {
-    return kEncTable[byteOf(s[j], 0)] ^ std::rotl(kEncTable[byteOf(s[(j + 1) & 3], 1)], 8) ^
-           std::rotl(kEncTable[byteOf(s[(j + 2) & 3], 2)], 16) ^
-           std::rotl(kEncTable[byteOf(s[(j + 3) & 3], 3)], 24) ^ key;
+    return kEncTables[0][byteOf(s[j], 0)] ^ kEncTables[1][byteOf(s[(j + 1) & 3], 1)] ^
+           kEncTables[2][byteOf(s[(j + 2) & 3], 2)] ^ kEncTables[3][byteOf(s[(j + 3) & 3], 3)] ^
+           key;
 }
 inline uint32_t encLastColumn(const uint32_t* s, size_t j, uint32_t key) {
     return column(kSbox[byteOf(s[j], 0)], kSbox[byteOf(s[(j + 1) & 3], 1)],
@@ -43,9 +42,9 @@ inline uint32_t encLastColumn(const uint32_t* s, size_t j, uint32_t key) {
 }
 // One inverse round: row r comes from column j - r (InvShiftRows).
 inline uint32_t decColumn(const uint32_t* s, size_t j, uint32_t key) {
-    return kDecTable[byteOf(s[j], 0)] ^ std::rotl(kDecTable[byteOf(s[(j + 3) & 3], 1)], 8) ^
-           std::rotl(kDecTable[byteOf(s[(j + 2) & 3], 2)], 16) ^
-           std::rotl(kDecTable[byteOf(s[(j + 1) & 3], 3)], 24) ^ key;
+    return kDecTables[0][byteOf(s[j], 0)] ^ kDecTables[1][byteOf(s[(j + 3) & 3], 1)] ^
+           kDecTables[2][byteOf(s[(j + 2) & 3], 2)] ^ kDecTables[3][byteOf(s[(j + 1) & 3], 3)] ^
+           key;
 }
 inline uint32_t decLastColumn(const uint32_t* s, size_t j, uint32_t key) {
     return column(kInvSbox[byteOf(s[j], 0)], kInvSbox[byteOf(s[(j + 3) & 3], 1)],

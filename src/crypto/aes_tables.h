@@ -85,6 +85,20 @@ inline constexpr std::array<uint32_t, 256> kDecTable = [] {
     return t;
 }();
 
+// The four tables of a direction: row r's table is the first one with its bytes rotated left
+// by r places, so that a byte of row r lands in the right row of the output column.
+constexpr std::array<std::array<uint32_t, 256>, 4> rotations(const std::array<uint32_t, 256>& t) {
+    std::array<std::array<uint32_t, 256>, 4> out{};
+    for (size_t r = 0; r < 4; ++r)
+        for (size_t i = 0; i < 256; ++i)
+            out[r][i] = r == 0 ? t[i] : (t[i] << (8 * r)) | (t[i] >> (32 - 8 * r));
+    return out;
+}
+alignas(64) inline constexpr std::array<std::array<uint32_t, 256>, 4> kEncTables =
+    rotations(kEncTable);
+alignas(64) inline constexpr std::array<std::array<uint32_t, 256>, 4> kDecTables =
+    rotations(kDecTable);
+
 // InvMixColumns of one column word, for the decryption key schedule.
 constexpr uint32_t invMixColumn(uint32_t w) {
     const uint8_t a0 = static_cast<uint8_t>(w), a1 = static_cast<uint8_t>(w >> 8);

@@ -66,35 +66,4 @@ TEST_P(AesVectors, CallsDoNotCarryChainingOver) {
     }
 }
 
-// Eight blocks go through the hardware path side by side: lengths around multiples of eight
-// blocks check the grouped loop and the single-block tail against the portable path.
-TEST(AesPaths, HardwareAndPortableAgreeAroundTheEightBlockGroups) {
-    std::mt19937 rng(7);
-    for (int keyLength : {16, 24, 32}) {
-        const Bytes key = randomBytes(rng, static_cast<size_t>(keyLength));
-        const Bytes iv = randomBytes(rng, 16);
-        for (AES_Mode mode : {AES_MODE_ECB, AES_MODE_CBC, AES_MODE_CFB128}) {
-            for (int blocks : {1, 7, 8, 9, 15, 16, 17, 33}) {
-                const Bytes data = randomBytes(rng, 16 * static_cast<size_t>(blocks));
-                const int n = static_cast<int>(data.size());
-                Bytes results[2][2];
-                for (int portable = 0; portable < 2; ++portable) {
-                    ZtCommonNS::crypto::forcePortable(portable != 0);
-                    AES_Encryption enc(mode, key.data(), keyLength, iv.data());
-                    AES_Decryption dec(mode, key.data(), keyLength, iv.data());
-                    results[portable][0].resize(data.size());
-                    results[portable][1].resize(data.size());
-                    enc.blockEncrypt(data.data(), n, results[portable][0].data());
-                    dec.blockDecrypt(data.data(), n, results[portable][1].data());
-                }
-                ZtCommonNS::crypto::forcePortable(false);
-                EXPECT_EQ(results[0][0], results[1][0])
-                    << "encrypt mode " << mode << " key " << keyLength << " blocks " << blocks;
-                EXPECT_EQ(results[0][1], results[1][1])
-                    << "decrypt mode " << mode << " key " << keyLength << " blocks " << blocks;
-            }
-        }
-    }
-}
-
 ZT_BOTH_PATHS(AesVectors);
