@@ -51,7 +51,8 @@ struct AesState;
 //
 // Every call is a message of its own: chaining (CBC, CFB-128) starts from the initialisation
 // vector given at construction each time, so calls do not depend on one another and an object
-// may be reused for any number of messages under the same key and vector.
+// may be reused for any number of messages under the same key and vector. The operations
+// change nothing in the object, so several threads may use one object at once.
 //
 // Buffers: output may be the very same buffer as input (in-place operation); other overlaps
 // are not allowed.
@@ -80,12 +81,14 @@ public:
 
     // Decrypts what padEncrypt produced and removes the padding. Returns the number of message
     // bytes written to output (inputOctets - 16 + the bytes kept from the final block, so at
-    // most inputOctets - 1: output needs room for that many). Returns AES_NOT_INITIALISED for a
-    // failed or encrypting cipher; 0 for a negative inputOctets; AES_UNSUPPORTED_MODE in
-    // CFB-128 mode; AES_BAD_DATA when inputOctets is not a positive multiple of 16, a buffer is
-    // null, or the padding is malformed: a final byte n outside 1..16, or any of the last n
-    // bytes different from n. The padding is checked before anything is written, so a rejected
-    // input leaves output untouched. The check takes the same time whatever the padding holds.
+    // most inputOctets - 1: output needs room for that many; nothing past the returned count is
+    // written).
+    // Returns AES_NOT_INITIALISED for a failed or encrypting cipher; 0 for a negative
+    // inputOctets; AES_UNSUPPORTED_MODE in CFB-128 mode; AES_BAD_DATA when inputOctets is not a
+    // positive multiple of 16, a buffer is null, or the padding is malformed: a final byte n
+    // outside 1..16, or any of the last n bytes different from n. The padding is checked before
+    // anything is written, so a rejected input leaves output untouched. The check takes the same
+    // time whatever the padding holds.
     int padDecrypt(const unsigned char* input, int inputOctets, unsigned char* output) const;
 
     // AES_OK when the cipher was initialised, otherwise the reason it was not: one of
