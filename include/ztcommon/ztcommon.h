@@ -3,3 +3,4 @@
 
 #include "ztcommon/foundation.h"
 #include "ztcommon/util.h"
+#include "ztcommon/value.h"
