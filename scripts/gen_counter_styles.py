@@ -4,7 +4,9 @@
 Input: the list of predefined style names and CSS files of @counter-style rules, given in
 order of precedence (a name defined in several files is taken from the first file that
 defines it). Output: one C++ source with a constant table that src/counter/predefined.cpp
-turns into CounterStyle objects.
+turns into CounterStyle objects. Names (of the styles, their systems and fallbacks) are
+written as the built-in name constants (NM_...), so a name that is not built in does not
+compile.
 
 Usage: gen_counter_styles.py NAMES_FILE OUTPUT.cpp STYLESHEET...
 
@@ -324,6 +326,13 @@ def cxx_string(text):
     return "".join(out)
 
 
+def cxx_name(name):
+    """The ZtNameEnum constant of a built-in name made of letters, digits and hyphens."""
+    if not re.fullmatch(r"[A-Za-z0-9]+(-[A-Za-z0-9]+)*", name):
+        raise CssError("no name constant for %r" % name)
+    return "NM_" + name.replace("-", "_")
+
+
 def cxx_int64(value):
     if value == INT64_MIN:
         return "INT64_MIN"
@@ -369,11 +378,11 @@ def generate(names, styles, sources):
             ranges = ident + "_ranges"
         entries.append(
             "    {%s, %s, %d, %s, %d, %s, %d, %s, %d, %s, %s, %s, %s, %d, %s, %s}," % (
-                cxx_string(name), cxx_string(st.system), st.first, symbols,
+                cxx_name(name), cxx_name(st.system), st.first, symbols,
                 len(st.symbols or []), additive, len(st.additive or []), ranges,
                 -1 if st.ranges is None else len(st.ranges), cxx_string(st.negative[0]),
                 cxx_string(st.negative[1]), cxx_string(st.prefix), cxx_string(st.suffix),
-                st.pad[0], cxx_string(st.pad[1]), cxx_string(st.fallback)))
+                st.pad[0], cxx_string(st.pad[1]), cxx_name(st.fallback)))
     lines.append("} // namespace")
     lines.append("")
     lines.append("const PredefinedStyleData kPredefinedStyles[] = {")

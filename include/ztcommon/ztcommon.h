@@ -4,3 +4,4 @@
 #include "ztcommon/foundation.h"
 #include "ztcommon/util.h"
 #include "ztcommon/value.h"
+#include "ztcommon/counter.h"

@@ -17,14 +17,35 @@ int decimalDigitsReversed(uint64_t v, uint32_t* digits) {
     return n;
 }
 
+// Decimal digits of v, most significant first.
+int decimalDigits(uint64_t v, uint32_t* out) {
+    uint32_t reversed[20];
+    int n = decimalDigitsReversed(v, reversed);
+    for (int i = 0; i < n; ++i)
+        out[i] = reversed[n - 1 - i];
+    return n;
+}
+
 } // namespace
 
 int positionalDigits(uint64_t v, uint64_t base, uint32_t* out) {
+    // Division by a variable is slow; base 10 (decimal and the many digit styles of other
+    // scripts) divides by a constant, and magnitudes below 2^32 by a 32-bit variable.
+    if (base == 10)
+        return decimalDigits(v, out);
     int n = 0;
-    do {
+    for (; v > UINT32_MAX; v /= base)
         out[n++] = static_cast<uint32_t>(v % base);
-        v /= base;
-    } while (v != 0);
+    auto small = static_cast<uint32_t>(v);
+    if (base > UINT32_MAX) {
+        out[n++] = small;
+    } else {
+        auto base32 = static_cast<uint32_t>(base);
+        do {
+            out[n++] = small % base32;
+            small /= base32;
+        } while (small != 0);
+    }
     std::reverse(out, out + n);
     return n;
 }

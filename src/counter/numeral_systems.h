@@ -10,10 +10,10 @@
 namespace ZtCommonNS::counter_detail {
 
 // Upper bounds of the sequences below for any 64-bit magnitude.
-inline constexpr int kMaxPositionalDigits = 64;  // base 2
-inline constexpr int kMaxChineseIndices = 40;    // 19 digits, each with a marker
-inline constexpr int kMaxKansujiIndices = 48;    // 5 groups of 4 digits with markers
-inline constexpr int kMaxEthiopicNumerals = 32;  // 10 pairs of digits with separators
+inline constexpr int kMaxPositionalDigits = 64; // base 2
+inline constexpr int kMaxChineseIndices = 40;   // 19 digits, each with a marker
+inline constexpr int kMaxKansujiIndices = 48;   // 5 groups of 4 digits with markers
+inline constexpr int kMaxEthiopicNumerals = 32; // 10 pairs of digits with separators
 
 // Base-`base` digits of `v` (base >= 2), most significant first; 0 gives the single digit 0.
 int positionalDigits(uint64_t v, uint64_t base, uint32_t* out);

@@ -1,9 +1,12 @@
 // The predefined counter styles as constant data, generated from the style sheets in
 // src/counter/styles by scripts/gen_counter_styles.py. Texts are NUL-terminated UTF-16
-// literals; predefined.cpp turns each entry into a CounterStyle on first use.
+// literals, names built-in name numbers; predefined.cpp turns each entry into a CounterStyle
+// on first use.
 #pragma once
 
 #include <cstdint>
+
+#include "ztcommon/value_names.h"
 
 namespace ZtCommonNS::counter_detail {
 
@@ -18,8 +21,8 @@ struct PredefinedRange {
 };
 
 struct PredefinedStyleData {
-    const char16_t* name;
-    const char16_t* system;
+    ZtNameEnum name;
+    ZtNameEnum system;
     int first;
     const char16_t* const* symbols;
     int symbolCount;
@@ -33,7 +36,7 @@ struct PredefinedStyleData {
     const char16_t* suffix;
     int padLength;
     const char16_t* padSymbol;
-    const char16_t* fallback;
+    ZtNameEnum fallback;
 };
 
 extern const PredefinedStyleData kPredefinedStyles[];

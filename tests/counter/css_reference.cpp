@@ -16,9 +16,13 @@ std::u32string decodeUtf8(const std::string& bytes) {
     for (size_t i = 0; i < bytes.size();) {
         auto b = static_cast<unsigned char>(bytes[i]);
         int extra = b < 0x80 ? 0 : b >= 0xF0 ? 3 : b >= 0xE0 ? 2 : 1;
-        char32_t c = extra == 0 ? b : extra == 1 ? (b & 0x1F) : extra == 2 ? (b & 0x0F) : (b & 0x07);
+        char32_t c = extra == 0   ? b
+                     : extra == 1 ? (b & 0x1F)
+                     : extra == 2 ? (b & 0x0F)
+                                  : (b & 0x07);
         for (int k = 1; k <= extra; ++k)
-            c = (c << 6) | (static_cast<unsigned char>(bytes.at(i + static_cast<size_t>(k))) & 0x3F);
+            c = (c << 6) |
+                (static_cast<unsigned char>(bytes.at(i + static_cast<size_t>(k))) & 0x3F);
         out.push_back(c);
         i += static_cast<size_t>(extra) + 1;
     }
@@ -46,7 +50,9 @@ bool isHex(char32_t c) {
     return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
 
-bool isSpace(char32_t c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+bool isSpace(char32_t c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
 
 struct Token {
     enum Kind { String, Ident, Integer, Comma } kind;
@@ -104,9 +110,8 @@ std::vector<Token> tokenize(const std::u32string& value) {
         } else if (c == ',') {
             tokens.push_back({Token::Comma, u",", 0});
             ++i;
-        } else if ((c >= '0' && c <= '9') ||
-                   (c == '-' && i + 1 < value.size() && value[i + 1] >= '0' &&
-                    value[i + 1] <= '9')) {
+        } else if ((c >= '0' && c <= '9') || (c == '-' && i + 1 < value.size() &&
+                                              value[i + 1] >= '0' && value[i + 1] <= '9')) {
             bool minus = c == '-';
             if (minus)
                 ++i;
@@ -116,8 +121,8 @@ std::vector<Token> tokenize(const std::u32string& value) {
             tokens.push_back({Token::Integer, {}, minus ? -n : n});
         } else {
             Token t{Token::Ident, {}, 0};
-            while (i < value.size() && !isSpace(value[i]) && value[i] != ',' &&
-                   value[i] != '\'' && value[i] != '"') {
+            while (i < value.size() && !isSpace(value[i]) && value[i] != ',' && value[i] != '\'' &&
+                   value[i] != '"') {
                 if (value[i] == '\\')
                     i = readEscape(value, i, t.text);
                 else
@@ -240,9 +245,8 @@ std::string withoutComments(const std::string& css) {
 // --- Formatting ---
 
 size_t codePoints(const std::u16string& s) {
-    return static_cast<size_t>(std::count_if(s.begin(), s.end(), [](char16_t c) {
-        return c < 0xDC00 || c > 0xDFFF;
-    }));
+    return static_cast<size_t>(
+        std::count_if(s.begin(), s.end(), [](char16_t c) { return c < 0xDC00 || c > 0xDFFF; }));
 }
 
 bool inRange(const Rule& rule, long long value) {
@@ -339,12 +343,16 @@ std::vector<Rule> parseStyleSheet(const std::string& css) {
 void StyleSet::add(const std::vector<Rule>& rules) {
     for (const Rule& rule : rules)
         rules_.emplace(rule.name, rule);
+    resolved_.clear();
 }
 
-Rule StyleSet::resolved(const std::string& name) const {
+const Rule& StyleSet::resolved(const std::string& name) const {
+    auto found = resolved_.find(name);
+    if (found != resolved_.end())
+        return found->second;
     const Rule& rule = rules_.at(name);
     if (rule.extends.empty())
-        return rule;
+        return resolved_.emplace(name, rule).first->second;
     Rule base = resolved(rule.extends);
     base.name = rule.name;
     base.given = rule.given;
@@ -365,7 +373,7 @@ Rule StyleSet::resolved(const std::string& name) const {
             base.fallback = rule.fallback;
         }
     }
-    return base;
+    return resolved_.emplace(name, base).first->second;
 }
 
 // The CSS counter algorithms, written for clarity rather than speed: texts are built by

@@ -50,8 +50,8 @@ class StyleSet {
 public:
     void add(const std::vector<Rule>& rules);
     bool has(const std::string& name) const { return rules_.count(name) != 0; }
-    // The rule with its extends resolved.
-    Rule resolved(const std::string& name) const;
+    // The rule with its extends resolved (kept once resolved).
+    const Rule& resolved(const std::string& name) const;
     // The marker text of `value` in style `name` (see the notes above).
     std::u16string format(const std::string& name, long long value, bool plain) const;
 
@@ -62,6 +62,7 @@ private:
                               std::vector<std::string>& busy) const;
 
     std::map<std::string, Rule> rules_;
+    mutable std::map<std::string, Rule> resolved_;
 };
 
 // UTF-8 of a UTF-16 text, for messages.

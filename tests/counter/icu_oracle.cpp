@@ -7,8 +7,7 @@
 
 namespace icu_oracle {
 
-RuleFormat::RuleFormat(const char* locale, const char* ruleSet)
-    : ruleSet_(ruleSet, -1, US_INV) {
+RuleFormat::RuleFormat(const char* locale, const char* ruleSet) : ruleSet_(ruleSet, -1, US_INV) {
     UErrorCode status = U_ZERO_ERROR;
     bool spellout = locale && *locale;
     auto format = std::make_unique<icu::RuleBasedNumberFormat>(
