@@ -97,33 +97,14 @@ def tokenize(value):
     return tokens
 
 
+# A quoted CSS string, escapes included.
+STRING = r"'(?:\\.|[^'\\])*'|\"(?:\\.|[^\"\\])*\""
+
+
 def split_declarations(body):
     """Splits a rule body at semicolons outside strings; returns (name, value) pairs."""
-    parts = []
-    current = []
-    quote = None
-    i = 0
-    while i < len(body):
-        c = body[i]
-        if quote:
-            current.append(c)
-            if c == "\\" and i + 1 < len(body):
-                current.append(body[i + 1])
-                i += 1
-            elif c == quote:
-                quote = None
-        elif c in "'\"":
-            quote = c
-            current.append(c)
-        elif c == ";":
-            parts.append("".join(current))
-            current = []
-        else:
-            current.append(c)
-        i += 1
-    parts.append("".join(current))
     declarations = []
-    for part in parts:
+    for part in re.findall(r"(?:%s|[^;'\"])+" % STRING, body):
         if not part.strip():
             continue
         name, sep, value = part.partition(":")
@@ -134,37 +115,18 @@ def split_declarations(body):
 
 
 def strip_comments(css):
-    out = []
-    i = 0
-    quote = None
-    while i < len(css):
-        c = css[i]
-        if quote:
-            out.append(c)
-            if c == "\\" and i + 1 < len(css):
-                out.append(css[i + 1])
-                i += 1
-            elif c == quote:
-                quote = None
-            i += 1
-        elif css.startswith("/*", i):
-            end = css.find("*/", i + 2)
-            if end < 0:
-                raise CssError("unterminated comment")
-            i = end + 2
-        else:
-            if c in "'\"":
-                quote = c
-            out.append(c)
-            i += 1
-    return "".join(out)
+    """Removes /* comments */ outside strings."""
+    text = re.sub(r"(%s)|/\*.*?\*/" % STRING, lambda m: m.group(1) or "", css, flags=re.S)
+    if "/*" in re.sub(STRING, "", text):
+        raise CssError("unterminated comment")
+    return text
 
 
 def parse_rules(css):
     """Returns the @counter-style rules of a style sheet as (name, [(descriptor, tokens)])."""
     css = strip_comments(css)
     rules = []
-    for m in re.finditer(r"@counter-style\s+([^\s{]+)\s*\{([^}]*)\}", css):
+    for m in re.finditer(r"@counter-style\s+([^\s{]+)\s*\{((?:%s|[^}'\"])*)\}" % STRING, css):
         name = m.group(1)
         rules.append((name, [(d, tokenize(v)) for d, v in split_declarations(m.group(2))]))
     return rules

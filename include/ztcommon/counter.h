@@ -16,6 +16,14 @@ namespace ZtCommonNS {
 // One counter style: a counting system with its symbols, a range, padding, a negative sign,
 // a prefix, a suffix and the fallback style used for values it cannot represent.
 //
+// What each system can write (anything else falls back): "cyclic", "fixed", "symbolic",
+// "alphabetic", "numeric" and "additive" as in CSS; the four Chinese systems use the symbols
+// 0-9 as digits and 10 + p - 1 as the marker of decimal position p (10 ten, 11 hundred,
+// 12 thousand, further ones only if given); "kansuji" writes Japanese numerals with the
+// first code point of each symbol, in the simple (10 symbols), grouping (22) or readable
+// (25) form; "ethiopic-numeric" needs no symbols and writes values of 1 and up; an unknown
+// system writes nothing. A copy of a predefined style keeps its predefined mark.
+//
 // A style is a plain value; copies are deep. Formatting never changes a style, so one style
 // (the predefined ones in particular) may format on several threads at once. The busy mark
 // that stops fallback loops is therefore kept per thread, as the chain of styles that are

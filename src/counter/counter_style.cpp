@@ -209,7 +209,8 @@ void CounterStyle::addSymbols(const wchar_t* text, int length) {
     std::vector<Symbol> added;
     added.reserve(n);
     for (size_t i = 0; i < n; ++i) {
-        auto c = static_cast<long long>(text[i]);
+        // wchar_t holds UTF-32 on Linux.
+        const long long c = static_cast<int32_t>(text[i]);
         if (!isScalarValue(c))
             raiseOutOfRange("addSymbols");
         added.emplace_back(static_cast<int>(c));

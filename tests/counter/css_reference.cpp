@@ -472,7 +472,7 @@ std::u16string StyleSet::formatWith(const Rule& rule, long long value, bool plai
     size_t padUnit = codePoints(rule.padSymbol);
     if (padUnit > 0) {
         while (static_cast<long long>(length) < rule.padLength) {
-            out = rule.padSymbol + out;
+            out.insert(0, rule.padSymbol);
             length += padUnit;
         }
     }
