@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ztcommon/foundation.h"
+#include "ztcommon/text.h"
 #include "ztcommon/util.h"
 #include "ztcommon/value.h"
 #include "ztcommon/counter.h"
