@@ -95,9 +95,10 @@ void IcuTraditionalChinese(benchmark::State& state) {
 
 // Every allocation of the process (ICU's and the library's included) passes through these.
 extern "C" {
-void* __libc_malloc(size_t size);
-void* __libc_calloc(size_t count, size_t size);
-void* __libc_realloc(void* p, size_t size);
+// glibc's own entry points, which the interposed functions forward to.
+void* __libc_malloc(size_t size);               // NOLINT(bugprone-reserved-identifier)
+void* __libc_calloc(size_t count, size_t size); // NOLINT(bugprone-reserved-identifier)
+void* __libc_realloc(void* p, size_t size);     // NOLINT(bugprone-reserved-identifier)
 
 void* malloc(size_t size) {
     gAllocations.fetch_add(1, std::memory_order_relaxed);
