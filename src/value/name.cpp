@@ -8,6 +8,12 @@ namespace ZtCommonNS {
 
 ZtName::ZtName(const UnicodeString& text) : number_(ZtNameTable::getSharedNameEnum(text)) {}
 
+ZtName::ZtName(const char16_t* text) {
+    auto n = static_cast<int32_t>(text ? std::char_traits<char16_t>::length(text) : 0);
+    if (n > 0)
+        number_ = NameTableInternal::internShared(text, n);
+}
+
 const UnicodeString& ZtName::getNameString() const {
     return ZtNameTable::getSharedNameString(number_);
 }

@@ -10,7 +10,8 @@
 
 namespace ZtCommonNS {
 
-class ZtNameTable::Storage {
+// Hidden: an implementation detail of the exported ZtNameTable.
+class __attribute__((visibility("hidden"))) ZtNameTable::Storage {
 public:
     explicit Storage(std::int32_t firstNumber) : first_(firstNumber) {}
 
