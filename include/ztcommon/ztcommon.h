@@ -3,4 +3,7 @@
 
 #include "ztcommon/crypto.h"
 #include "ztcommon/foundation.h"
+#include "ztcommon/text.h"
 #include "ztcommon/util.h"
+#include "ztcommon/value.h"
+#include "ztcommon/counter.h"
