@@ -71,11 +71,4 @@ void forcePortable(bool on) {
     portableForced.store(on, std::memory_order_relaxed);
 }
 
-bool hardwareAesAvailable() {
-    return cpuFeatures().aesni;
-}
-bool hardwareShaAvailable() {
-    return cpuFeatures().shani;
-}
-
 } // namespace ZtCommonNS::crypto

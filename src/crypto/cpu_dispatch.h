@@ -55,9 +55,6 @@ const Kernels& kernels();
 
 // For tests: run everything through the portable code (true) or back to the normal choice.
 void forcePortable(bool on);
-// True when the given path would be used without forcePortable.
-bool hardwareAesAvailable();
-bool hardwareShaAvailable();
 
 // The individual implementations, defined in their own files.
 void sha1Portable(uint32_t* state, const unsigned char* data, size_t blocks);
