@@ -168,6 +168,13 @@ const EVP_CIPHER* rc4Cipher() {
 }
 #endif
 
+// The OpenSSL side of a case, or nothing when OpenSSL is not there.
+#ifdef ZT_HAVE_OPENSSL
+#define ZT_PEER(expr) [] { return expr; }
+#else
+#define ZT_PEER(expr) nullptr
+#endif
+
 void registerAll() {
     using namespace ZtCommonNS;
     struct Case {
@@ -175,45 +182,26 @@ void registerAll() {
         Op ours, peer;
     };
     std::vector<Case> cases;
-#ifdef ZT_HAVE_OPENSSL
-    const bool withPeer = true;
-#else
-    const bool withPeer = false;
-#endif
     auto add = [&](const std::string& name, Op ours, const std::function<Op()>& peer) {
-        cases.push_back({name, std::move(ours), withPeer ? peer() : Op()});
+        cases.push_back({name, std::move(ours), peer ? peer() : Op()});
     };
-#ifdef ZT_HAVE_OPENSSL
-    add("MD5", ourDigest<MD5_CTX>(), [] { return peerDigest(EVP_md5()); });
-    add("SHA-1", ourSha1(), [] { return peerDigest(EVP_sha1()); });
-    add("SHA-256", ourDigest<SHA256_CTX>(), [] { return peerDigest(EVP_sha256()); });
-    add("SHA-512", ourDigest<SHA512_CTX>(), [] { return peerDigest(EVP_sha512()); });
+    add("MD5", ourDigest<MD5_CTX>(), ZT_PEER(peerDigest(EVP_md5())));
+    add("SHA-1", ourSha1(), ZT_PEER(peerDigest(EVP_sha1())));
+    add("SHA-256", ourDigest<SHA256_CTX>(), ZT_PEER(peerDigest(EVP_sha256())));
+    add("SHA-512", ourDigest<SHA512_CTX>(), ZT_PEER(peerDigest(EVP_sha512())));
     add("AES-128-CBC encrypt", ourAes(true, AES_MODE_CBC, 16),
-        [] { return peerCipher(EVP_aes_128_cbc(), true, true); });
+        ZT_PEER(peerCipher(EVP_aes_128_cbc(), true, true)));
     add("AES-128-CBC decrypt", ourAes(false, AES_MODE_CBC, 16),
-        [] { return peerCipher(EVP_aes_128_cbc(), false, true); });
+        ZT_PEER(peerCipher(EVP_aes_128_cbc(), false, true)));
     add("AES-256-CBC encrypt", ourAes(true, AES_MODE_CBC, 32),
-        [] { return peerCipher(EVP_aes_256_cbc(), true, true); });
+        ZT_PEER(peerCipher(EVP_aes_256_cbc(), true, true)));
     add("AES-256-CBC decrypt", ourAes(false, AES_MODE_CBC, 32),
-        [] { return peerCipher(EVP_aes_256_cbc(), false, true); });
+        ZT_PEER(peerCipher(EVP_aes_256_cbc(), false, true)));
     add("AES-128-ECB encrypt", ourAes(true, AES_MODE_ECB, 16),
-        [] { return peerCipher(EVP_aes_128_ecb(), true, true); });
+        ZT_PEER(peerCipher(EVP_aes_128_ecb(), true, true)));
     add("AES-128-CFB128 decrypt", ourAes(false, AES_MODE_CFB128, 16),
-        [] { return peerCipher(EVP_aes_128_cfb128(), false, true); });
-    add("RC4", ourRc4(), [] { return peerCipher(rc4Cipher(), true, false); });
-#else
-    add("MD5", ourDigest<MD5_CTX>(), nullptr);
-    add("SHA-1", ourSha1(), nullptr);
-    add("SHA-256", ourDigest<SHA256_CTX>(), nullptr);
-    add("SHA-512", ourDigest<SHA512_CTX>(), nullptr);
-    add("AES-128-CBC encrypt", ourAes(true, AES_MODE_CBC, 16), nullptr);
-    add("AES-128-CBC decrypt", ourAes(false, AES_MODE_CBC, 16), nullptr);
-    add("AES-256-CBC encrypt", ourAes(true, AES_MODE_CBC, 32), nullptr);
-    add("AES-256-CBC decrypt", ourAes(false, AES_MODE_CBC, 32), nullptr);
-    add("AES-128-ECB encrypt", ourAes(true, AES_MODE_ECB, 16), nullptr);
-    add("AES-128-CFB128 decrypt", ourAes(false, AES_MODE_CFB128, 16), nullptr);
-    add("RC4", ourRc4(), nullptr);
-#endif
+        ZT_PEER(peerCipher(EVP_aes_128_cfb128(), false, true)));
+    add("RC4", ourRc4(), ZT_PEER(peerCipher(rc4Cipher(), true, false)));
     for (const Case& c : cases)
         benchmark::RegisterBenchmark(
             c.name.c_str(), [c](benchmark::State& s) { compare(s, c.name, c.ours, c.peer); })
