@@ -74,21 +74,19 @@ void ZtUnicodeRange::addRange(const ZtUnicodeRange& other) {
 }
 
 bool ZtUnicodeRange::inRange(int32_t c) const noexcept {
-    if (ranges_ == nullptr)
+    if (isEmpty())
         return false;
-    const URange* r = ranges_->data();
-    size_t lower = 0;
-    size_t upper = ranges_->size();
-    while (lower < upper) {
-        const size_t middle = (lower + upper) / 2;
-        if (c < r[middle].first)
-            upper = middle;
-        else if (c > r[middle].last)
-            lower = middle + 1;
-        else
-            return true;
+    // Binary search for the last range starting at or before c, written without branches on
+    // the comparisons (the halving compiles to conditional moves): code points of real text
+    // jump between ranges unpredictably, and mispredicted branches would dominate.
+    const URange* base = ranges_->data();
+    size_t count = ranges_->size();
+    while (count > 1) {
+        const size_t half = count / 2;
+        base = base[half].first <= c ? base + half : base;
+        count -= half;
     }
-    return false;
+    return base->first <= c && c <= base->last;
 }
 
 bool ZtUnicodeRange::isFullRange() const noexcept {

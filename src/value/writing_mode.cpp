@@ -29,49 +29,61 @@ constexpr std::array<ModeRow, 8> kModes = {{
 
 constexpr int kReversedInline = 1;
 
-// What the first name of the two-name constructor says: the code it spells on its own, and
-// whether "ltr" runs against the axis's usual sense (text turned counter-clockwise).
+// The keywords that name a writing mode: the code each spells, and whether the one-keyword
+// constructor knows it (the XSL keywords and their short forms "rl" and "tb"; "lr" gives 0 in
+// either case). The others are read only together with a direction.
 struct ModeKeyword {
+    ZtNameEnum name;
+    int code;
+    bool alone;
+};
+
+constexpr ModeKeyword kKeywords[] = {
+    {NM_lr_tb, ZtWritingMode::LR_TB, true},
+    {NM_rl_tb, ZtWritingMode::RL_TB, true},
+    {NM_tb_rl, ZtWritingMode::TB_RL, true},
+    {NM_bt_rl, ZtWritingMode::BT_RL, true},
+    {NM_lr_bt, ZtWritingMode::LR_BT, true},
+    {NM_rl_bt, ZtWritingMode::RL_BT, true},
+    {NM_tb_lr, ZtWritingMode::TB_LR, true},
+    {NM_bt_lr, ZtWritingMode::BT_LR, true},
+    {NM_lr, ZtWritingMode::LR_TB, true},
+    {NM_rl, ZtWritingMode::RL_TB, true},
+    {NM_tb, ZtWritingMode::TB_RL, true},
+    // CSS writing modes and block-progression directions.
+    {NM_horizontal_tb, ZtWritingMode::LR_TB, false},
+    {NM_vertical_rl, ZtWritingMode::TB_RL, false},
+    {NM_vertical_lr, ZtWritingMode::TB_LR, false},
+    {NM_top_to_bottom, ZtWritingMode::LR_TB, false},
+    {NM_bottom_to_top, ZtWritingMode::LR_BT, false},
+    {NM_right_to_left, ZtWritingMode::TB_RL, false},
+    {NM_left_to_right, ZtWritingMode::TB_LR, false},
+    // XSL 1.1 modes whose lines alternate or pair up, read by their first line.
+    {NM_lr_alternating_rl_tb, ZtWritingMode::LR_TB, false},
+    {NM_lr_inverting_rl_tb, ZtWritingMode::LR_TB, false},
+    {NM_lr_alternating_rl_bt, ZtWritingMode::LR_BT, false},
+    {NM_lr_inverting_rl_bt, ZtWritingMode::LR_BT, false},
+    {NM_tb_lr_in_lr_pairs, ZtWritingMode::TB_LR, false},
+};
+
+const ModeKeyword* findKeyword(ZtNameEnum name) {
+    for (const ModeKeyword& keyword : kKeywords) {
+        if (keyword.name == name)
+            return &keyword;
+    }
+    return nullptr;
+}
+
+// The code the first name of the two-name constructor spells on its own (-1 when it names no
+// mode), and whether "ltr" runs against the axis's usual sense (text turned counter-clockwise).
+struct PairedMode {
     int code;
     bool ltrRunsBackwards;
 };
 
-ModeKeyword classifyModeKeyword(ZtName mode) {
-    switch (mode.getNameEnum()) {
-    case NM_lr_tb:
-    case NM_lr:
-    case NM_horizontal_tb:
-    case NM_top_to_bottom:
-    case NM_lr_alternating_rl_tb:
-    case NM_lr_inverting_rl_tb:
-        return {ZtWritingMode::LR_TB, false};
-    case NM_rl_tb:
-    case NM_rl:
-        return {ZtWritingMode::RL_TB, false};
-    case NM_lr_bt:
-    case NM_bottom_to_top:
-    case NM_lr_alternating_rl_bt:
-    case NM_lr_inverting_rl_bt:
-        return {ZtWritingMode::LR_BT, false};
-    case NM_rl_bt:
-        return {ZtWritingMode::RL_BT, false};
-    case NM_tb_rl:
-    case NM_tb:
-    case NM_vertical_rl:
-    case NM_right_to_left:
-        return {ZtWritingMode::TB_RL, false};
-    case NM_bt_rl:
-        return {ZtWritingMode::BT_RL, false};
-    case NM_tb_lr:
-    case NM_vertical_lr:
-    case NM_left_to_right:
-    case NM_tb_lr_in_lr_pairs:
-        return {ZtWritingMode::TB_LR, false};
-    case NM_bt_lr:
-        return {ZtWritingMode::BT_LR, false};
-    default:
-        break;
-    }
+PairedMode readModeKeyword(ZtName mode) {
+    if (const ModeKeyword* keyword = findKeyword(mode.getNameEnum()))
+        return {keyword->code, false};
     // The sideways modes of CSS are not in the built-in vocabulary: compare their text.
     if (!mode.isBuiltin()) {
         const UnicodeString& text = mode.getNameString();
@@ -86,38 +98,12 @@ ModeKeyword classifyModeKeyword(ZtName mode) {
 } // namespace
 
 ZtWritingMode::ZtWritingMode(ZtNameEnum keyword) noexcept {
-    switch (keyword) {
-    case NM_rl_tb:
-    case NM_rl:
-        code_ = RL_TB;
-        break;
-    case NM_tb_rl:
-    case NM_tb:
-        code_ = TB_RL;
-        break;
-    case NM_bt_rl:
-        code_ = BT_RL;
-        break;
-    case NM_lr_bt:
-        code_ = LR_BT;
-        break;
-    case NM_rl_bt:
-        code_ = RL_BT;
-        break;
-    case NM_tb_lr:
-        code_ = TB_LR;
-        break;
-    case NM_bt_lr:
-        code_ = BT_LR;
-        break;
-    default:
-        code_ = LR_TB;
-        break;
-    }
+    const ModeKeyword* known = findKeyword(keyword);
+    code_ = known != nullptr && known->alone ? known->code : LR_TB;
 }
 
 ZtWritingMode::ZtWritingMode(ZtName mode, ZtName direction) {
-    const ModeKeyword keyword = classifyModeKeyword(mode);
+    const PairedMode keyword = readModeKeyword(mode);
     if (keyword.code < 0)
         return; // lr-tb
     const bool vertical = (keyword.code & 2) != 0;
