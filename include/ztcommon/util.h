@@ -8,6 +8,8 @@
 
 namespace ZtCommonNS {
 
+class ZtName;
+
 class ZT_EXPORT ZtUtil {
 public:
     ZtUtil() = delete;
@@ -16,6 +18,12 @@ public:
     static void cleanup();
 
     // --- Counter styles (counter.h) ---
+
+    class CounterStyle;
+    // The predefined counter style of that name (one of the 130 of the table), or null for
+    // any other name. The table is the same for every caller, so `context` is not used; it
+    // is there so that this function can serve as a CounterStyle::Lookup.
+    static const CounterStyle* getPredefinedCounterStyle(ZtName name, void* context = nullptr);
 
     // --- Numbers and Unicode ranges (text.h) ---
 

@@ -1,6 +1,7 @@
 // Everything of ZtCommon in one include.
 #pragma once
 
+#include "ztcommon/counter.h"
 #include "ztcommon/foundation.h"
 #include "ztcommon/text.h"
 #include "ztcommon/util.h"
