@@ -7,3 +7,4 @@
 #include "ztcommon/text.h"
 #include "ztcommon/util.h"
 #include "ztcommon/value.h"
+#include "ztcommon/writing_mode.h"
