@@ -3,8 +3,10 @@
 # Idempotent and silent when everything is present.
 set -euo pipefail
 
+# libssl-dev and libxml2-dev are never linked into the library: the crypto tests and benchmark
+# use OpenSSL as their oracle and peer, the tree benchmark uses libxml2 as its peer.
 packages=(cmake ninja-build g++ clang pkg-config libicu-dev zlib1g-dev libcurl4-openssl-dev
-          libgtest-dev libgmock-dev libbenchmark-dev libxml2-dev)
+          libgtest-dev libgmock-dev libbenchmark-dev libssl-dev libxml2-dev)
 
 missing=()
 for p in "${packages[@]}"; do
