@@ -23,14 +23,6 @@ namespace {
 
 constexpr std::size_t kGranule = 8;
 constexpr std::size_t kClassCount = kLargestClass / kGranule; // the largest class number
-constexpr std::size_t kHugePage = std::size_t{2} << 20;
-constexpr std::size_t kFirstChunk = kHugePage;
-constexpr std::size_t kLargestChunk = std::size_t{64} << 20;
-// A thread carves blocks from a span of its own, so carving needs no lock.
-constexpr std::size_t kSpan = std::size_t{256} << 10;
-// Blocks move between a thread and the depot in batches of about this many bytes.
-constexpr std::size_t kBatchBytes = std::size_t{32} << 10;
-
 // The smallest block holds the links of a batch (see BatchHead).
 constexpr std::size_t kSmallestClass = 3;
 
@@ -41,10 +33,21 @@ constexpr std::size_t classOf(std::size_t size) {
 constexpr std::size_t classBytes(std::size_t cls) {
     return cls * kGranule;
 }
+
+#ifndef ZT_NODE_MEMORY_SYSTEM
+constexpr std::size_t kHugePage = std::size_t{2} << 20;
+constexpr std::size_t kFirstChunk = kHugePage;
+constexpr std::size_t kLargestChunk = std::size_t{64} << 20;
+// A thread carves blocks from a span of its own, so carving needs no lock.
+constexpr std::size_t kSpan = std::size_t{256} << 10;
+// Blocks move between a thread and the depot in batches of about this many bytes.
+constexpr std::size_t kBatchBytes = std::size_t{32} << 10;
+
 constexpr unsigned batchCount(std::size_t cls) {
     std::size_t n = kBatchBytes / classBytes(cls);
     return static_cast<unsigned>(n < 32 ? 32 : n);
 }
+#endif
 
 std::atomic<long long> g_retiredBytes{0};
 std::atomic<long long> g_reservedBytes{0};
