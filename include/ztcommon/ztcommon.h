@@ -2,4 +2,5 @@
 #pragma once
 
 #include "ztcommon/foundation.h"
+#include "ztcommon/stream.h"
 #include "ztcommon/util.h"

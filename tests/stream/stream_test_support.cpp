@@ -1,0 +1,59 @@
+// The private temporary directory of the stream tests and shared helpers.
+#include "stream_test_support.h"
+
+#include <cstdlib>
+#include <filesystem>
+
+#include <gtest/gtest.h>
+
+namespace ZtStreamTest {
+
+namespace {
+std::string& directoryName() {
+    static std::string name;
+    return name;
+}
+
+// Points $TMPDIR at a directory of this process before any test runs, so that test processes
+// running in parallel never see each other's temporary files, and removes it at the end.
+class PrivateTempDirectory : public ::testing::Environment {
+public:
+    void SetUp() override {
+        std::string pattern = (std::filesystem::temp_directory_path() / "zt-stream-XXXXXX");
+        ASSERT_NE(mkdtemp(pattern.data()), nullptr);
+        directoryName() = pattern;
+        setenv("TMPDIR", pattern.c_str(), 1);
+    }
+    void TearDown() override {
+        std::error_code ignored;
+        std::filesystem::remove_all(directoryName(), ignored);
+    }
+};
+
+[[maybe_unused]] ::testing::Environment* const environment =
+    ::testing::AddGlobalTestEnvironment(new PrivateTempDirectory);
+} // namespace
+
+const std::string& privateTempDirectory() {
+    return directoryName();
+}
+
+std::string patternBytes(size_t n, unsigned seed) {
+    std::string out(n, '\0');
+    uint32_t x = seed * 2654435761u + 1;
+    for (size_t i = 0; i < n; ++i) {
+        x ^= x << 13;
+        x ^= x >> 17;
+        x ^= x << 5;
+        out[i] = static_cast<char>(x >> 24);
+    }
+    return out;
+}
+
+std::string contentOf(ZtCommonNS::ZtMemStream& stream) {
+    std::string out;
+    stream.appendToString(out);
+    return out;
+}
+
+} // namespace ZtStreamTest
