@@ -8,11 +8,11 @@ namespace ZtCommonNS {
 
 // Hands out blocks of one fixed size and takes them back for reuse.
 //
-// Fresh memory is expensive to touch, page by page, so a stream that grows beyond a few hundred
-// kilobytes takes its blocks from large regions aligned to 2 MiB that ask the kernel for huge
-// pages; small streams use the ordinary heap. Released blocks are kept for the next request
-// (the pattern of a stream that is written, read and abandoned over and over) until
-// releaseSpare() gives the spare memory back.
+// Fresh memory is expensive to touch, page by page, so a stream that grows beyond a megabyte
+// takes its further blocks from large regions aligned to 2 MiB that ask the kernel for huge
+// pages; smaller streams use the ordinary heap, where a huge page would mostly be wasted. Released
+// blocks are kept for the next request (the pattern of a stream that is written, read and abandoned
+// over and over) until releaseSpare() gives the spare memory back.
 class ZtBlockPool {
 public:
     explicit ZtBlockPool(size_t blockSize);
@@ -32,7 +32,7 @@ public:
     void releaseSpare();
 
     // Bytes handed out from the heap before regions are used.
-    static constexpr size_t kHeapBytes = 256 * 1024;
+    static constexpr size_t kHeapBytes = 1024 * 1024;
     static constexpr size_t kHugePage = 2 * 1024 * 1024;
     static constexpr size_t kMaxRegionBytes = 64 * 1024 * 1024;
 
