@@ -106,17 +106,17 @@ void ZtBlockPool::mapRegion() {
     const size_t bytes = std::max(nextRegionBytes_, roundUp(blockSize_, kHugePage));
     // Map one huge page more than needed and cut the ends so that the region is aligned.
     const size_t mapped = bytes + kHugePage;
-    void* raw = mmap(nullptr, mapped, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (raw == MAP_FAILED)
+    void* mapping =
+        mmap(nullptr, mapped, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (mapping == MAP_FAILED)
         throw std::bad_alloc();
-    const auto start = reinterpret_cast<uintptr_t>(raw);
-    const uintptr_t aligned = roundUp(start, kHugePage);
-    if (aligned > start)
-        munmap(raw, aligned - start);
-    const uintptr_t end = start + mapped;
-    if (end > aligned + bytes)
-        munmap(reinterpret_cast<void*>(aligned + bytes), end - (aligned + bytes));
-    char* base = reinterpret_cast<char*>(aligned);
+    char* raw = static_cast<char*>(mapping);
+    const auto misalignment = reinterpret_cast<uintptr_t>(raw) % kHugePage;
+    const size_t head = misalignment == 0 ? 0 : kHugePage - misalignment;
+    char* base = raw + head;
+    if (head > 0)
+        munmap(raw, head);
+    munmap(base + bytes, mapped - head - bytes);
     madvise(base, bytes, MADV_HUGEPAGE);
     ZT_POISON(base, bytes);
     Region region{base, bytes, 0, 0};

@@ -32,9 +32,9 @@ public:
     void releaseSpare();
 
     // Bytes handed out from the heap before regions are used.
-    static constexpr size_t kHeapBytes = 1024 * 1024;
-    static constexpr size_t kHugePage = 2 * 1024 * 1024;
-    static constexpr size_t kMaxRegionBytes = 64 * 1024 * 1024;
+    static constexpr size_t kHeapBytes = size_t{1} << 20;
+    static constexpr size_t kHugePage = size_t{2} << 20;
+    static constexpr size_t kMaxRegionBytes = size_t{64} << 20;
 
 private:
     struct Region {

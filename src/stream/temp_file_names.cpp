@@ -63,7 +63,9 @@ ZtCStr createUniqueFile(const std::string& base, const std::string& extension,
                         std::string (*uniquePart)()) {
     int failures = 0;
     for (long existing = 0; existing < kExistingNamesLimit;) {
-        const std::string name = base + uniquePart() + extension;
+        std::string name = base;
+        name += uniquePart();
+        name += extension;
         const int fd = open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
         if (fd >= 0) {
             close(fd);

@@ -50,7 +50,7 @@ TEST(BlockPool, ChangingTheBlockSizeAfterEverythingIsReleased) {
     ZtBlockPool pool(100);
     char* a = pool.allocate();
     pool.release(a);
-    pool.setBlockSize(3 * 1024 * 1024); // larger than a huge page: a region of its own
+    pool.setBlockSize(size_t{3} << 20); // larger than a huge page: a region of its own
     EXPECT_EQ(pool.blockSize(), 3u * 1024 * 1024);
     char* big = pool.allocate();
     std::memset(big, 7, pool.blockSize());

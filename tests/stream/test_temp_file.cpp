@@ -208,10 +208,18 @@ TEST_F(TempFile, OwnershipFollowsTheObject) {
         name = path(file.getFileName());
         EXPECT_TRUE(file.isTempFile());
         EXPECT_TRUE(fs::exists(name));
-        ZtTempFile copy(file); // the same file
-        EXPECT_EQ(path(copy.getFileName()), name);
     }
-    EXPECT_FALSE(fs::exists(name));
+    EXPECT_FALSE(fs::exists(name)); // removed by the destructor
+    {
+        ZtTempFile file(u"", u"shared", u"");
+        ZtTempFile copy(file); // the same file
+        EXPECT_EQ(path(copy.getFileName()), path(file.getFileName()));
+        copy.remove();
+        EXPECT_FALSE(fs::exists(path(file.getFileName())));
+        EXPECT_TRUE(file.isTempFile());
+        file.remove(); // already gone: nothing to report
+        EXPECT_FALSE(file.isTempFile());
+    }
 
     ZtCStr released;
     {
