@@ -298,6 +298,7 @@ private:
     void zeroRange(size_t from, size_t to);
     bool toData(size_t& index, size_t& offset);
     bool matchesAt(size_t index, size_t offset, const char* pattern, size_t len);
+    bool skipLineBytes(bool lineEnds);
     void writeAll(std::ostream& out);
 
     std::deque<char*> blocks_;

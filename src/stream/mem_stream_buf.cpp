@@ -122,7 +122,12 @@ void ZtMemStreamBuf::appendBuffer(bool keep) {
     } else {
         block = allocateBlock();
     }
-    blocks_.push_back(block);
+    try {
+        blocks_.push_back(block);
+    } catch (...) {
+        freeBlock(block);
+        throw;
+    }
     fill_ = 0;
     current_ = blocks_.size() - 1;
     while (!sources_.empty() && fill_ < blockSize_) {

@@ -110,28 +110,26 @@ bool ZtMemStreamBuf::skipSeek(const char* pattern, size_t len) {
     return true;
 }
 
-bool ZtMemStreamBuf::seekEOL() {
-    auto isLineEnd = [](char c) { return c == '\r' || c == '\n'; };
-    // Up to the first CR or LF.
+// Moves the read position over the bytes that are line ends (or, with lineEnds false, that are
+// not). True when it stopped on another byte, false at the end of the data.
+bool ZtMemStreamBuf::skipLineBytes(bool lineEnds) {
+    auto skipped = [lineEnds](char c) { return (c == '\r' || c == '\n') == lineEnds; };
     for (;;) {
         if (gptr() == egptr() && Traits::eq_int_type(underflow(), Traits::eof()))
             return false;
         char* end = egptr();
-        char* p = std::find_if(gptr(), end, isLineEnd);
-        setg(eback(), p, end);
-        if (p < end)
-            break;
-    }
-    // Then over every CR and LF that follows.
-    for (;;) {
-        if (gptr() == egptr() && Traits::eq_int_type(underflow(), Traits::eof()))
-            return true;
-        char* end = egptr();
-        char* p = std::find_if_not(gptr(), end, isLineEnd);
+        char* p = std::find_if_not(gptr(), end, skipped);
         setg(eback(), p, end);
         if (p < end)
             return true;
     }
+}
+
+bool ZtMemStreamBuf::seekEOL() {
+    if (!skipLineBytes(false))
+        return false;
+    skipLineBytes(true);
+    return true;
 }
 
 size_t ZtMemStreamBuf::copyStream(std::istream& in, size_t n) {

@@ -50,6 +50,16 @@ std::string patternBytes(size_t n, unsigned seed) {
     return out;
 }
 
+void expectReadSeekLimit(std::istream& stream, std::streamoff length) {
+    EXPECT_EQ(stream.seekg(length).tellg(), std::streampos(length));
+    EXPECT_EQ(stream.get(), EOF);
+    stream.clear();
+    stream.seekg(length + 1);
+    EXPECT_TRUE(stream.fail());
+    stream.clear();
+    EXPECT_EQ(stream.tellg(), std::streampos(length));
+}
+
 std::string contentOf(ZtCommonNS::ZtMemStream& stream) {
     std::string out;
     stream.appendToString(out);

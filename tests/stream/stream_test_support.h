@@ -37,6 +37,10 @@ private:
 // Deterministic bytes for round trips: every byte depends on its position.
 std::string patternBytes(size_t n, unsigned seed = 1);
 
+// Checks the read side's limit of a stream of `length` bytes: seeking to the length succeeds and
+// reads nothing; one byte further fails and moves nothing. Leaves the stream good, at `length`.
+void expectReadSeekLimit(std::istream& stream, std::streamoff length);
+
 // The whole content of a memory stream, without moving its positions.
 std::string contentOf(ZtCommonNS::ZtMemStream& stream);
 

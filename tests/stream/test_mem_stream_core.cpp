@@ -102,13 +102,7 @@ TEST(MemStream, SeekRulesOfBothSides) {
     stream << "abcdefghij"; // 10 bytes over blocks of 4
 
     // Read side: any position up to the length, not beyond.
-    EXPECT_EQ(stream.seekg(10).tellg(), std::streampos(10));
-    EXPECT_EQ(stream.get(), EOF);
-    stream.clear();
-    stream.seekg(11);
-    EXPECT_TRUE(stream.fail());
-    stream.clear();
-    EXPECT_EQ(stream.tellg(), std::streampos(10)); // a failed seek moves nothing
+    ZtStreamTest::expectReadSeekLimit(stream, 10);
     stream.seekg(-1);
     EXPECT_TRUE(stream.fail());
     stream.clear();
@@ -176,6 +170,19 @@ TEST(MemStream, StreamBufferSeekRules) {
     // A current-relative seek of both sides measures from the write position.
     EXPECT_EQ(sb->pubseekoff(-2, ios_base::cur, ios_base::in | ios_base::out), std::streampos(10));
     EXPECT_EQ(sb->sgetc(), '\0'); // byte 10 of the gap
+}
+
+TEST(MemStream, RemainsCountsTheRestOfTheReadBlock) {
+    ZtMemStream stream(nullptr, 4);
+    stream << "0123456789";
+    ZtMemStreamBuf& buffer = stream.getMemBuffer();
+    EXPECT_EQ(buffer.getRemains(), 0u); // nothing read yet
+    stream.seekg(2);
+    EXPECT_EQ(buffer.getRemains(), 2u);
+    stream.seekg(9);
+    EXPECT_EQ(buffer.getRemains(), 1u); // the last block holds two bytes
+    stream.get();
+    EXPECT_EQ(buffer.getRemains(), 0u);
 }
 
 TEST(MemStream, PutBackCrossesBlocksButNotTheStart) {
