@@ -9,3 +9,7 @@ step() { printf '\n$ ztc %s\n' "$*"; "$ztc" "$@"; }
 "$ztc" --version
 step convert --from ISO-8859-1 samples/latin1.txt
 step error 0x0205 0x0380 0x0180 0x0300
+step name inherit font-size "xml:lang" my-own-name
+step name --id 1 820 2842 0 99999
+step char "縦Ａ、ｶ§é"
+step char -u 32FF 0661

@@ -3,4 +3,6 @@
 
 #include "ztcommon/foundation.h"
 #include "ztcommon/stream.h"
+#include "ztcommon/text.h"
 #include "ztcommon/util.h"
+#include "ztcommon/value.h"

@@ -19,7 +19,8 @@ int main() {
     ZtError error(0x0205, u"warning", u"consumer", 3, 4, u"file:///x");
     if (counter->getRefCount() != 2 || text.getBytes("UTF-8") != "caf\xc3\xa9" ||
         error.getErrorLevel() != ZT_ERROR_LEVEL_ERROR ||
-        ZtUtfStr(error.getMessage()).getBytes() != "warning\nLine 3, Col 4, file:///x") {
+        ZtUtfStr(error.getMessage()).getBytes() != "warning\nLine 3, Col 4, file:///x" ||
+        ZtName(u"inherit") != NM_inherit || ZtName(u"my-name").getNameEnum() != NM_FIRST_RUNTIME) {
         std::cout << "consumer failed\n";
         return 1;
     }
