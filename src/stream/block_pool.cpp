@@ -7,6 +7,7 @@
 #include <new>
 
 #include <sys/mman.h>
+#include <unistd.h>
 
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer)
@@ -32,6 +33,17 @@ namespace ZtCommonNS {
 namespace {
 size_t roundUp(size_t n, size_t unit) {
     return (n + unit - 1) / unit * unit;
+}
+
+size_t physicalMemory() {
+    static const size_t bytes = [] {
+        const long pages = sysconf(_SC_PHYS_PAGES);
+        const long pageSize = sysconf(_SC_PAGESIZE);
+        return pages > 0 && pageSize > 0
+                   ? static_cast<size_t>(pages) * static_cast<size_t>(pageSize)
+                   : SIZE_MAX;
+    }();
+    return bytes;
 }
 } // namespace
 
@@ -68,9 +80,18 @@ ZtBlockPool::Region* ZtBlockPool::regionOf(const char* block) {
     return block < it->base + it->bytes ? &*it : nullptr;
 }
 
+void ZtBlockPool::checkRoomFor(size_t count) const {
+    // Each block also costs its place in the block list.
+    const size_t most = physicalMemory() / (blockSize_ + sizeof(char*));
+    if (count > most || live_ > most - count)
+        throw std::bad_alloc();
+}
+
 char* ZtBlockPool::allocate() {
+    checkRoomFor(1);
+    char* block;
     if (!spare_.empty()) {
-        char* block = spare_.back();
+        block = spare_.back();
         spare_.pop_back();
         if (Region* region = regionOf(block)) {
             ++region->live;
@@ -78,14 +99,14 @@ char* ZtBlockPool::allocate() {
         } else {
             ++heapLive_;
         }
-        return block;
-    }
-    if ((heapLive_ + 1) * blockSize_ <= kHeapBytes) {
-        char* block = new char[blockSize_];
+    } else if ((heapLive_ + 1) * blockSize_ <= kHeapBytes) {
+        block = new char[blockSize_];
         ++heapLive_;
-        return block;
+    } else {
+        block = carve();
     }
-    return carve();
+    ++live_;
+    return block;
 }
 
 char* ZtBlockPool::carve() {
@@ -127,6 +148,7 @@ void ZtBlockPool::mapRegion() {
 }
 
 void ZtBlockPool::release(char* block) {
+    --live_;
     if (Region* region = regionOf(block)) {
         --region->live;
         ZT_POISON(block, blockSize_);

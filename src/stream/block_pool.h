@@ -25,8 +25,12 @@ public:
     // Changes the size of future blocks. Only allowed when no block is handed out.
     void setBlockSize(size_t blockSize);
 
-    // A block of blockSize() bytes; throws std::bad_alloc when memory is exhausted.
+    // A block of blockSize() bytes; throws std::bad_alloc when memory is exhausted, or when the
+    // blocks in use would exceed the machine's physical memory (so that a write position sought
+    // absurdly far fails as an allocation instead of drawing the out-of-memory killer).
     char* allocate();
+    // Throws std::bad_alloc now when `count` more blocks could never be held.
+    void checkRoomFor(size_t count) const;
     void release(char* block);
     // Frees the spare heap blocks and unmaps every region none of whose blocks is in use.
     void releaseSpare();
@@ -50,6 +54,7 @@ private:
 
     size_t blockSize_;
     size_t heapLive_ = 0; // heap blocks in use
+    size_t live_ = 0;     // all blocks in use
     size_t nextRegionBytes_ = kHugePage;
     std::vector<char*> spare_;
     std::vector<Region> regions_; // sorted by base address

@@ -375,8 +375,12 @@ ZtMemStreamBuf::pos_type ZtMemStreamBuf::seekpos(pos_type pos, std::ios_base::op
         return failedPosition();
     const size_t index = position / blockSize_;
     const size_t offset = position % blockSize_;
-    while (index >= blocks_.size())
-        appendBuffer(true);
+    if (index >= blocks_.size()) {
+        // A position that no memory could reach fails before anything changes.
+        pool_->checkRoomFor(index + 1 - blocks_.size());
+        while (index >= blocks_.size())
+            appendBuffer(true);
+    }
     if ((which & kOut) && position > length)
         zeroRange(length, position);
     current_ = index;

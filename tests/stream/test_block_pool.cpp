@@ -73,3 +73,15 @@ TEST(BlockPool, AMemoryStreamOfManyMegabytesReadsBackExactly) {
     stream.appendToString(back);
     EXPECT_EQ(back, data.substr(0, 1 << 20) + "end");
 }
+
+TEST(BlockPool, AWritePositionBeyondAllMemoryFailsAsAnAllocation) {
+    ZtMemStream stream(nullptr, 4096);
+    stream << "x";
+    // A petabyte of blocks cannot exist: the seek fails with the standard allocation failure
+    // before anything changes.
+    EXPECT_THROW(stream.rdbuf()->pubseekpos(std::streamoff{1} << 50, std::ios_base::out),
+                 std::bad_alloc);
+    EXPECT_EQ(stream.getMemBuffer().getBlockCount(), 1u);
+    EXPECT_EQ(stream.length(), 1u);
+    EXPECT_EQ(ZtStreamTest::contentOf(stream), "x");
+}
