@@ -3,8 +3,10 @@
 # Idempotent and silent when everything is present.
 set -euo pipefail
 
+# libssl-dev is never linked into the library: the crypto tests and benchmark use OpenSSL as
+# their oracle and peer.
 packages=(cmake ninja-build g++ clang pkg-config libicu-dev zlib1g-dev libcurl4-openssl-dev
-          libgtest-dev libgmock-dev libbenchmark-dev)
+          libgtest-dev libgmock-dev libbenchmark-dev libssl-dev)
 
 missing=()
 for p in "${packages[@]}"; do

@@ -13,3 +13,12 @@ step name inherit font-size "xml:lang" my-own-name
 step name --id 1 820 2842 0 99999
 step char "縦Ａ、ｶ§é"
 step char -u 32FF 0661
+step writing-mode tb-rl
+step writing-mode sideways-lr ltr
+step unicode-range "U+0025-00FF, U+4??" "'Ωé'" "U+0400-04FF"
+step unicode-range "U+0041, u+0042" || true
+step counter lower-roman 1 4
+step counter cjk-ideographic 9998 10001
+step counter japanese-informal -12
+step hash sha256 samples/latin1.txt
+step uuid -n 2

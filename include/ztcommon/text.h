@@ -1,5 +1,5 @@
-// Text and language: character classification (ZtChar), scripts (ZtScript) and languages
-// (ZtLang).
+// Text and language: character classification (ZtChar), scripts (ZtScript), languages
+// (ZtLang) and sets of code points (ZtUnicodeRange, in text_unicode_range.h).
 #pragma once
 
 #include <cstdint>
@@ -13,6 +13,7 @@
 #include "ztcommon/export.h"
 #include "ztcommon/foundation.h"
 #include "ztcommon/text_ranges.h"
+#include "ztcommon/text_unicode_range.h"
 #include "ztcommon/value.h"
 
 namespace ZtCommonNS {
