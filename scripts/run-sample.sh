@@ -22,3 +22,4 @@ step counter cjk-ideographic 9998 10001
 step counter japanese-informal -12
 step hash sha256 samples/latin1.txt
 step uuid -n 2
+step memstream --grow 16 --find 1998 samples/latin1.txt

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include "ztcommon/crypto.h"
+
 namespace ZtStreamTest {
 
 namespace {
@@ -58,6 +60,14 @@ void expectReadSeekLimit(std::istream& stream, std::streamoff length) {
     EXPECT_TRUE(stream.fail());
     stream.clear();
     EXPECT_EQ(stream.tellg(), std::streampos(length));
+}
+
+std::string md5Of(const std::string& bytes) {
+    ZtCommonNS::MD5_CTX md5;
+    md5.Update(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
+    unsigned char digest[16];
+    md5.Final(digest);
+    return std::string(reinterpret_cast<const char*>(digest), 16);
 }
 
 std::string contentOf(ZtCommonNS::ZtMemStream& stream) {

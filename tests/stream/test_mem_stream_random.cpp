@@ -1,6 +1,7 @@
 // Random operations on a ZtMemStream compared step by step with a plain string model: writes,
 // reads, seeks of both positions, put-backs, searches, line skips, zero-copy reads, trims, bulk
-// copies and late sources, over tiny blocks that make every operation cross boundaries.
+// copies, late sources, checksums and digests, over tiny blocks that make every operation cross
+// boundaries.
 #include <random>
 
 #include <gtest/gtest.h>
@@ -239,6 +240,9 @@ private:
             if (blockSize_ % 4 == 0) {
                 ASSERT_EQ(stream_->calcOTFTableChecksum(), tableChecksum(m.data));
             }
+            ASSERT_EQ(stream_->getMD5(), m.data.empty()
+                                             ? std::string()
+                                             : ZtStreamTest::md5Of(m.data.substr(m.readPosition)));
             break;
         }
         case 15: {

@@ -244,3 +244,65 @@ TEST_F(TempFile, OwnershipFollowsTheObject) {
         adopter.remove(); // nothing held: nothing happens
     }
 }
+
+TEST_F(TempFile, NarrowNamesCarryAFreshUuid) {
+    const std::string first = path(ZtTempFile::getTempFile(nullptr, "n", ".bin"));
+    const std::string second = path(ZtTempFile::getTempFile(dir().c_str(), "n", ".bin"));
+    const std::regex form(dir() + "/n([0-9a-f]{3,})-[0-9a-f]{32}\\.bin");
+    std::smatch match;
+    ASSERT_TRUE(std::regex_match(first, match, form)) << first;
+    EXPECT_TRUE(std::regex_match(second, form)) << second;
+    EXPECT_EQ(match[1].str(), hex(static_cast<unsigned long>(getpid()), 3));
+    EXPECT_NE(first, second);
+    EXPECT_TRUE(fs::exists(first));
+
+    std::string held;
+    {
+        ZtTempFile file(nullptr, "held", nullptr);
+        held = path(file.getFileName());
+        EXPECT_TRUE(std::regex_match(held, std::regex(dir() + "/held[0-9a-f]{3,}-[0-9a-f]{32}")))
+            << held;
+        EXPECT_TRUE(fs::exists(held));
+    }
+    EXPECT_FALSE(fs::exists(held));
+}
+
+TEST_F(TempFile, AFileInADirectoryOfItsOwn) {
+    const std::regex uuidDirectory(dir() +
+                                   "/[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}");
+    std::string file;
+    std::string directory;
+    {
+        ZtTempFile temp;
+        file = path(temp.setFileNameInUUIDDirectory(u"font.ttf"));
+        directory = path(temp.getDirectoryName());
+        EXPECT_TRUE(std::regex_match(directory, uuidDirectory)) << directory;
+        EXPECT_EQ(file, directory + "/font.ttf");
+        EXPECT_TRUE(fs::is_regular_file(file));
+        temp.remove();
+        EXPECT_FALSE(fs::exists(file));
+        EXPECT_FALSE(fs::exists(directory));
+        EXPECT_TRUE(path(temp.getDirectoryName()).empty());
+
+        temp.setFileNameInUUIDDirectory(u"again.bin");
+        file = path(temp.getFileName());
+        directory = path(temp.getDirectoryName());
+        EXPECT_TRUE(fs::exists(file));
+    }
+    // The destructor removes both as well.
+    EXPECT_FALSE(fs::exists(file));
+    EXPECT_FALSE(fs::exists(directory));
+
+    const std::string loose = path(ZtTempFile::getTempFileInUUIDDirectory(u"loose.txt"));
+    EXPECT_TRUE(fs::is_regular_file(loose));
+    EXPECT_TRUE(std::regex_match(fs::path(loose).parent_path().string(), uuidDirectory));
+    EXPECT_EQ(fs::path(loose).filename(), "loose.txt");
+
+    // A name that cannot be made leaves no directory behind.
+    const size_t entries = std::distance(fs::directory_iterator(dir()), fs::directory_iterator());
+    const ZtError e = caught([] { ZtTempFile::getTempFileInUUIDDirectory(u"no/such/sub"); });
+    EXPECT_EQ(e.getErrorCode(), 78);
+    EXPECT_NE(utf8(e.getRawMessage()).find(std::strerror(ENOENT)), std::string::npos);
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir()), fs::directory_iterator()),
+              static_cast<std::ptrdiff_t>(entries));
+}
