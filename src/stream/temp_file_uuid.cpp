@@ -41,7 +41,7 @@ std::string uuidUniquePart() {
 std::string makeUuidDirectory() {
     const std::string parent = utf8(ZtTempFile::getTempDirectory());
     for (int attempt = 0;; ++attempt) {
-        const std::string directory = parent + utf8(ZtUUID().toString(true));
+        std::string directory = parent + utf8(ZtUUID().toString(true));
         if (mkdir(directory.c_str(), 0700) == 0)
             return directory;
         const int error = errno;
