@@ -22,5 +22,6 @@ step counter cjk-ideographic 9998 10001
 step counter japanese-informal -12
 step hash sha256 samples/latin1.txt
 step uuid -n 2
+step memstream --grow 16 --find 1998 samples/latin1.txt
 step tree 'fo:root[xmlns:fo=http://www.w3.org/1999/XSL/Format](fo:block[text-align=center,font-size=12pt](#"Hello, world") p:x[xmlns:p=urn:p])'
 step tree --order post 'a(b(#1 c) #2 d)'

@@ -5,6 +5,7 @@
 #include "ztcommon/crypto.h"
 #include "ztcommon/dom.h"
 #include "ztcommon/foundation.h"
+#include "ztcommon/stream.h"
 #include "ztcommon/text.h"
 #include "ztcommon/util.h"
 #include "ztcommon/value.h"
