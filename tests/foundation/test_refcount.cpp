@@ -39,158 +39,116 @@ class Unrelated : public ZtRCObject {
     ZT_DECLARE_TYPE(Unrelated, ZtRCObject, 0x11110003u)
 };
 
+// Runs work(t) for t = 0 .. count-1 on threads of their own, all released together.
+template <class Work> void onThreads(int count, Work work) {
+    std::atomic<bool> go{false};
+    std::vector<std::thread> threads;
+    for (int t = 0; t < count; ++t)
+        threads.emplace_back([&, t] {
+            while (!go.load())
+                std::this_thread::yield();
+            work(t);
+        });
+    go = true;
+    for (auto& thread : threads)
+        thread.join();
+}
+
 } // namespace
 
-TEST(RefCount, FirstPointerTakesTheOnlyReferenceAndLastReleaseDestroys) {
+TEST(RefCount, CountsAreExactAndTheObjectDiesOnce) {
     std::atomic<int> deaths{0};
     auto* raw = new Tracked(&deaths);
     EXPECT_EQ(raw->getRefCount(), 0);
     {
         ZtPtr<Tracked> p(raw);
-        EXPECT_EQ(p->getRefCount(), 1);
+        EXPECT_EQ(raw->getRefCount(), 1);
         ZtPtr<Tracked> q = p;
-        EXPECT_EQ(raw->getRefCount(), 2);
         ZtPtr<Tracked>& alias = p;
         p = alias; // self-assignment keeps the count
-        EXPECT_EQ(raw->getRefCount(), 2);
         ZtPtr<Tracked> moved = std::move(q);
         EXPECT_TRUE(q.isNull());
         EXPECT_EQ(raw->getRefCount(), 2);
-        EXPECT_EQ(deaths, 0);
     }
     EXPECT_EQ(deaths, 1);
-}
 
-TEST(RefCount, AddRefReleaseAndRemoveRefReturnNewCounts) {
-    std::atomic<int> deaths{0};
-    auto* raw = new Tracked(&deaths);
+    // The raw calls return the new count. removeRef and the protected helpers never destroy,
+    // even at 0 or below; the next release that leaves the count below 1 does.
+    raw = new Tracked(&deaths);
     EXPECT_EQ(raw->addRef(), 1);
     EXPECT_EQ(raw->addRef(), 2);
     EXPECT_EQ(raw->release(), 1);
-    EXPECT_EQ(deaths, 0);
-    // removeRef never destroys, even at 0; the next release (to -1) does.
     EXPECT_EQ(raw->removeRef(), 0);
-    EXPECT_EQ(deaths, 0);
-    EXPECT_EQ(raw->getRefCount(), 0);
-    EXPECT_EQ(raw->release(), -1);
-    EXPECT_EQ(deaths, 1);
-}
-
-TEST(RefCount, ProtectedHelpersChangeCountWithoutDestroying) {
-    std::atomic<int> deaths{0};
-    auto* raw = new Tracked(&deaths);
-    raw->addRef();
-    raw->addRef();
-    EXPECT_EQ(raw->decrement(), 1);
-    EXPECT_EQ(raw->decrement(), 0);
     EXPECT_EQ(raw->decrement(), -1);
-    EXPECT_EQ(deaths, 0);
+    EXPECT_EQ(deaths, 1);
     raw->clear();
     EXPECT_EQ(raw->getRefCount(), 0);
-    ZtPtr<Tracked> owner(raw);
-    EXPECT_EQ(raw->getRefCount(), 1);
-    owner = nullptr;
-    EXPECT_EQ(deaths, 1);
+    EXPECT_EQ(raw->release(), -1);
+    EXPECT_EQ(deaths, 2);
 }
 
-TEST(RefCount, CheckedDownCastOnRawAssignment) {
+TEST(RefCount, CheckedDownCastsAndTypeIdentity) {
     std::atomic<int> deaths{0};
     ZtPtr<ZtRCObject> base(new TrackedChild(&deaths));
     ZtPtr<Unrelated> unrelated(new Unrelated);
 
     ZtPtr<TrackedChild> child;
     child = base.get(); // a TrackedChild seen through its base: accepted
-    ASSERT_FALSE(child.isNull());
-    EXPECT_EQ(base->getRefCount(), 2);
-
     ZtPtr<Tracked> tracked;
     tracked = base.get(); // an ancestor type: accepted
     EXPECT_EQ(base->getRefCount(), 3);
-
     // A raw pointer of the wrong type leaves the pointer null and releases what it held.
     child = static_cast<ZtRCObject*>(unrelated.get());
     EXPECT_TRUE(child.isNull());
     EXPECT_EQ(base->getRefCount(), 2);
     EXPECT_EQ(unrelated->getRefCount(), 1);
-
     // Assigning the pointer already held changes nothing.
     tracked = static_cast<ZtRCObject*>(base.get());
     EXPECT_EQ(base->getRefCount(), 2);
-
     EXPECT_TRUE(ZtPtr<Unrelated>::cast(base).isNull());
     EXPECT_FALSE(ZtPtr<TrackedChild>::cast(base).isNull());
+
+    // The isA chain reaches every ancestor, including the fixed identifiers of the roots.
+    EXPECT_EQ(base->getTypeID(), 0x11110002u);
+    for (unsigned id : {0x11110002u, 0x11110001u, 0xD18D040Au, 0xDF537371u})
+        EXPECT_TRUE(base->isA(id)) << id;
+    EXPECT_FALSE(base->isA(0x11110003u));
+    EXPECT_FALSE(base->isA(ZtTypeId::Node));
+    EXPECT_EQ(base->getTypeName(), UnicodeString(u"TrackedChild"));
     tracked = nullptr;
     base = nullptr;
     EXPECT_EQ(deaths, 1);
 }
 
-TEST(RefCount, TypeIdentityChain) {
-    std::atomic<int> deaths{0};
-    ZtPtr<TrackedChild> child(new TrackedChild(&deaths));
-    EXPECT_EQ(child->getTypeID(), 0x11110002u);
-    EXPECT_EQ(TrackedChild::getStaticTypeID(), 0x11110002u);
-    EXPECT_TRUE(child->isA(0x11110002u));
-    EXPECT_TRUE(child->isA(0x11110001u));
-    EXPECT_TRUE(child->isA(0xD18D040Au)); // ZtRCObject
-    EXPECT_TRUE(child->isA(0xDF537371u)); // ZtObjectBase
-    EXPECT_FALSE(child->isA(0x11110003u));
-    EXPECT_FALSE(child->isA(ZtTypeId::Node));
-    EXPECT_EQ(child->getTypeName(), UnicodeString(u"TrackedChild"));
-    EXPECT_EQ(ZtRCObject::getStaticTypeID(), 0xD18D040Au);
-    EXPECT_EQ(ZtObjectBase::getStaticTypeID(), 0xDF537371u);
-}
-
 TEST(RefCount, EightThreadsCopyingAndDroppingKeepCountsExact) {
     std::atomic<int> deaths{0};
     ZtPtr<Tracked> shared(new Tracked(&deaths));
-    constexpr int kThreads = 8;
-    constexpr int kRounds = 20000;
-    std::atomic<bool> go{false};
-    std::vector<std::thread> threads;
-    for (int t = 0; t < kThreads; ++t) {
-        threads.emplace_back([&] {
-            while (!go.load())
-                std::this_thread::yield();
-            for (int i = 0; i < kRounds; ++i) {
-                ZtPtr<Tracked> a = shared;
-                ZtPtr<Tracked> b;
-                b = a;
-                ZtPtr<ZtRCObject> c(b.get());
-                ZtPtr<Tracked> d;
-                d = c.get();
-            }
-        });
-    }
-    go = true;
-    for (auto& t : threads)
-        t.join();
+    onThreads(8, [&](int) {
+        for (int i = 0; i < 20000; ++i) {
+            ZtPtr<Tracked> a = shared;
+            ZtPtr<Tracked> b;
+            b = a;
+            ZtPtr<ZtRCObject> c(b.get());
+            ZtPtr<Tracked> d;
+            d = c.get();
+        }
+    });
     EXPECT_EQ(shared->getRefCount(), 1);
     EXPECT_EQ(deaths, 0);
 
     // Many holders on many threads, released concurrently: exactly one destruction.
-    std::vector<ZtPtr<Tracked>> holders(kThreads, shared);
+    std::vector<ZtPtr<Tracked>> holders(8, shared);
     shared = nullptr;
-    threads.clear();
-    for (int t = 0; t < kThreads; ++t)
-        threads.emplace_back([&holders, t] { holders[static_cast<size_t>(t)] = nullptr; });
-    for (auto& t : threads)
-        t.join();
+    onThreads(8, [&](int t) { holders[size_t(t)] = nullptr; });
     EXPECT_EQ(deaths, 1);
-}
 
-TEST(RefCount, InterlockedHelpersAreAtomic) {
     int counter = 0;
-    std::vector<std::thread> threads;
-    for (int t = 0; t < 4; ++t)
-        threads.emplace_back([&counter] {
-            for (int i = 0; i < 50000; ++i) {
-                ZtMutex::interlockedIncrement(counter);
-                ZtMutex::interlockedIncrement(counter);
-                ZtMutex::interlockedDecrement(counter);
-            }
-        });
-    for (auto& t : threads)
-        t.join();
-    EXPECT_EQ(counter, 4 * 50000);
+    onThreads(4, [&](int) {
+        for (int i = 0; i < 50000; ++i) {
+            ZtMutex::interlockedIncrement(counter);
+            ZtMutex::interlockedIncrement(counter);
+            ZtMutex::interlockedDecrement(counter);
+        }
+    });
     EXPECT_EQ(ZtMutex::interlockedDecrement(counter), 4 * 50000 - 1);
 }
