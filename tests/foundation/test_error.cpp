@@ -58,7 +58,7 @@ TEST(Error, MessageAndPositionDescription) {
     // Line and column appear only when positive; the URI always ends the description.
     EXPECT_EQ(ZtError(5, u"m", u"", 0, 7, u"f.xml").getPositionDescription(),
               UnicodeString(u"Col 7, f.xml"));
-    EXPECT_EQ(ZtError(5, u"m", u"", 3, -1, u"").getPositionDescription(),
+    EXPECT_EQ(ZtError(5, u"m", u"", 3, 0, u"").getPositionDescription(),
               UnicodeString(u"Line 3, "));
     EXPECT_EQ(ZtError(5, u"m", u"", -1, -1, u"f").getMessage(), UnicodeString(u"m\nf"));
     EXPECT_EQ(ZtError(5, u"m").getMessage(), UnicodeString(u"m"));

@@ -127,7 +127,6 @@ TEST(Length, InvalidBeyondAHundredMetres) {
 
 TEST(Length, FromValues) {
     EXPECT_EQ(static_cast<float>(ZtLength(ZtValue(2, ZT_UNIT_IN))), 144.0f);
-    EXPECT_EQ(static_cast<float>(ZtLength(ZtValue(ZtLength(7.5f)))), 7.5f);
     EXPECT_EQ(static_cast<float>(ZtLength(ZtValue(0))), 0.0f);
     // A plain number other than 0 is no length here, nor is a relative length or a name.
     for (const ZtValue& v : {ZtValue(5), ZtValue(5, ZT_UNIT_PERCENT), ZtValue(2, ZT_UNIT_EM),
