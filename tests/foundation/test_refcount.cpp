@@ -43,6 +43,7 @@ class Unrelated : public ZtRCObject {
 template <class Work> void onThreads(int count, Work work) {
     std::atomic<bool> go{false};
     std::vector<std::thread> threads;
+    threads.reserve(size_t(count));
     for (int t = 0; t < count; ++t)
         threads.emplace_back([&, t] {
             while (!go.load())
@@ -67,7 +68,7 @@ TEST(RefCount, CountsAreExactAndTheObjectDiesOnce) {
         ZtPtr<Tracked>& alias = p;
         p = alias; // self-assignment keeps the count
         ZtPtr<Tracked> moved = std::move(q);
-        EXPECT_TRUE(q.isNull());
+        EXPECT_TRUE(q.isNull()); // NOLINT(bugprone-use-after-move)
         EXPECT_EQ(raw->getRefCount(), 2);
     }
     EXPECT_EQ(deaths, 1);
@@ -125,7 +126,7 @@ TEST(RefCount, EightThreadsCopyingAndDroppingKeepCountsExact) {
     ZtPtr<Tracked> shared(new Tracked(&deaths));
     onThreads(8, [&](int) {
         for (int i = 0; i < 20000; ++i) {
-            ZtPtr<Tracked> a = shared;
+            ZtPtr<Tracked> a = shared; // NOLINT(performance-unnecessary-copy-initialization)
             ZtPtr<Tracked> b;
             b = a;
             ZtPtr<ZtRCObject> c(b.get());

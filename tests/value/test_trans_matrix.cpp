@@ -2,8 +2,10 @@
 // inverse of random and awkward matrices, angles and mirrors.
 #include <gtest/gtest.h>
 
+#include <array>
+#include <bit>
 #include <cmath>
-#include <cstring>
+#include <cstdint>
 #include <limits>
 #include <numbers>
 #include <random>
@@ -27,10 +29,10 @@ double distanceFromIdentity(const ZtTransMatrix& p, const ZtTransMatrix& q) {
                      std::fabs(f)});
 }
 
-// Equal bit for bit (NaN included, -0 apart from 0): the six floats are the whole object.
+// Equal bit for bit (NaN included, -0 apart from 0).
 bool sameBits(const ZtTransMatrix& m, const ZtTransMatrix& n) {
-    static_assert(sizeof(ZtTransMatrix) == 6 * sizeof(float));
-    return std::memcmp(&m, &n, sizeof m) == 0;
+    using Bits = std::array<std::uint32_t, 6>;
+    return std::bit_cast<Bits>(m) == std::bit_cast<Bits>(n);
 }
 
 } // namespace
