@@ -59,6 +59,17 @@ std::vector<Token> tokenize(const std::u16string& t) {
         else
             to += static_cast<char16_t>(c);
     };
+    // A string or an identifier: its characters and escapes up to (not including) a stop.
+    auto read = [&](char kind, auto stop) {
+        Token token{kind, {}};
+        while (i < t.size() && !stop(t[i])) {
+            if (t[i] == '\\')
+                escape(token.text);
+            else
+                token.text += t[i++];
+        }
+        out.push_back(token);
+    };
     const std::u16string delimiters = u"{};:,";
     while (i < t.size()) {
         const char16_t c = t[i];
@@ -70,17 +81,10 @@ std::vector<Token> tokenize(const std::u16string& t) {
                 throw std::runtime_error("open comment");
             i += 2;
         } else if (c == '\'' || c == '"') {
-            Token token{'s', {}};
-            for (++i; i >= t.size() || t[i] != c;) {
-                if (i >= t.size())
-                    throw std::runtime_error("open string");
-                if (t[i] == '\\')
-                    escape(token.text);
-                else
-                    token.text += t[i++];
-            }
             ++i;
-            out.push_back(token);
+            read('s', [c](char16_t x) { return x == c; });
+            if (i++ >= t.size())
+                throw std::runtime_error("open string");
         } else if (delimiters.find(c) != std::u16string::npos) {
             out.push_back({static_cast<char>(c), {}});
             ++i;
@@ -92,15 +96,10 @@ std::vector<Token> tokenize(const std::u16string& t) {
             token.number = minus ? -token.number : token.number;
             out.push_back(token);
         } else {
-            Token token{'i', {}};
-            while (i < t.size() && !isSpace(t[i]) && t[i] != '\'' && t[i] != '"' &&
-                   delimiters.find(t[i]) == std::u16string::npos) {
-                if (t[i] == '\\')
-                    escape(token.text);
-                else
-                    token.text += t[i++];
-            }
-            out.push_back(token);
+            read('i', [&](char16_t x) {
+                return isSpace(x) || x == '\'' || x == '"' ||
+                       delimiters.find(x) != std::u16string::npos;
+            });
         }
     }
     return out;

@@ -179,15 +179,12 @@ TEST(CounterStyle, RangesAdmitListedValuesOnly) {
     s.clrRange();
     EXPECT_EQ(s.getRange(), nullptr);
     // Automatic ranges by system: 1 and up, 0 and up, or everything.
-    for (const char* system :
-         {"alphabetic", "symbolic", "additive", "numeric", "kansuji", "fixed"}) {
-        const long long lowest = std::string(system) == "additive"      ? 0
-                                 : system[0] == 'a' || system[0] == 's' ? 1
-                                                                        : LLONG_MIN;
-        EXPECT_TRUE(style(system).checkRange(lowest)) << system;
-        if (lowest != LLONG_MIN) {
-            EXPECT_FALSE(style(system).checkRange(lowest - 1)) << system;
-        }
+    const std::pair<const char*, long long> lowest[] = {
+        {"alphabetic", 1},      {"symbolic", 1},        {"additive", 0},
+        {"numeric", LLONG_MIN}, {"kansuji", LLONG_MIN}, {"fixed", LLONG_MIN}};
+    for (auto [system, low] : lowest) {
+        EXPECT_TRUE(style(system).checkRange(low)) << system;
+        EXPECT_TRUE(low == LLONG_MIN || !style(system).checkRange(low - 1)) << system;
     }
 }
 

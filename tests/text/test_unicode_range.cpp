@@ -254,45 +254,48 @@ TEST(UnicodeRange, Values) {
 }
 
 TEST(ParseHexNum, ReadsDigitsUpToTheLastCodePoint) {
-    auto parse = [](const char16_t* s, size_t limit, int32_t& value) {
-        const char16_t* pos = s;
-        const bool ok = ZtUtil::parseHexNum(pos, s + limit, value);
-        return std::make_pair(ok, pos - s);
-    };
-    int32_t value = 7;
-    EXPECT_EQ(parse(u"1F600x", 6, value), std::make_pair(true, 5L));
-    EXPECT_EQ(value, 0x1F600);
-    EXPECT_EQ(parse(u"1234", 2, value), std::make_pair(true, 2L)); // up to the limit
-    EXPECT_EQ(value, 0x12);
-    EXPECT_EQ(parse(u"00000000010ffff", 15, value), std::make_pair(true, 15L));
-    EXPECT_EQ(value, 0x10FFFF);
-    // Failures, overflow among them, change neither the position nor the value.
-    for (const char16_t* bad : {u"", u"g1", u"110000", u"FFFFFFFFF", u"-1", u" 1"}) {
+    // The three forms on the same texts: a failure, overflow among them, changes neither the
+    // position nor the value.
+    const std::tuple<const char16_t*, bool, int32_t, int32_t> cases[] = {
+        {u"1F600x", true, 5, 0x1F600}, {u"00000000010ffff", true, 15, 0x10FFFF},
+        {u"aBc,", true, 3, 0xABC},     {u"", false, 0, 7},
+        {u"g1", false, 0, 7},          {u"110000", false, 0, 7},
+        {u"FFFFFFFFF", false, 0, 7},   {u"ABCDEF", false, 0, 7},
+        {u"-1", false, 0, 7},          {u" 1", false, 0, 7}};
+    for (const auto& [text, ok, stop, expected] : cases) {
+        const UnicodeString s(text);
+        int32_t value = 7, index = 0;
+        const char16_t* pos = text;
+        EXPECT_EQ(ZtUtil::parseHexNum(pos, text + s.length(), value), ok) << utf8(s);
+        EXPECT_EQ(pos - text, stop) << utf8(s);
+        EXPECT_EQ(value, expected) << utf8(s);
         value = 7;
-        EXPECT_EQ(parse(bad, std::char_traits<char16_t>::length(bad), value),
-                  std::make_pair(false, 0L))
-            << utf8(bad);
-        EXPECT_EQ(value, 7);
+        EXPECT_EQ(ZtUtil::parseHexNum(s, index, value), ok) << utf8(s);
+        EXPECT_EQ(index, stop) << utf8(s);
+        EXPECT_EQ(value, expected) << utf8(s);
+        std::wstring wide(text, text + s.length());
+        const wchar_t* wpos = wide.c_str();
+        value = 7;
+        EXPECT_EQ(ZtUtil::parseHexNum(wpos, value), ok) << utf8(s);
+        EXPECT_EQ(wpos - wide.c_str(), stop) << utf8(s);
+        EXPECT_EQ(value, expected) << utf8(s);
     }
-    EXPECT_EQ(parse(u"12", 0, value), std::make_pair(false, 0L)); // nothing before the limit
-
-    const wchar_t* wide = L"aBc,";
-    EXPECT_TRUE(ZtUtil::parseHexNum(wide, value));
-    EXPECT_EQ(value, 0xABC);
-    EXPECT_EQ(*wide, L',');
-    const wchar_t* tooLarge = L"ABCDEF";
-    EXPECT_FALSE(ZtUtil::parseHexNum(tooLarge, value));
-    const wchar_t* none = nullptr;
-    EXPECT_FALSE(ZtUtil::parseHexNum(none, value));
-
+    // The limit and the index bounds are kept to.
+    const char16_t* limited = u"1234";
+    const char16_t* pos = limited;
+    int32_t value = 0, index = 1;
+    EXPECT_TRUE(ZtUtil::parseHexNum(pos, limited + 2, value));
+    EXPECT_EQ(value, 0x12);
+    EXPECT_EQ(pos, limited + 2);
+    EXPECT_FALSE(ZtUtil::parseHexNum(pos, limited + 2, value)); // nothing before the limit
     const UnicodeString s(u"x1F;");
-    int32_t index = 1;
     EXPECT_TRUE(ZtUtil::parseHexNum(s, index, value));
-    EXPECT_EQ(value, 0x1F);
     EXPECT_EQ(index, 3);
     for (int32_t outside : {-1, 4, 100}) {
         index = outside;
         EXPECT_FALSE(ZtUtil::parseHexNum(s, index, value));
         EXPECT_EQ(index, outside);
     }
+    const wchar_t* none = nullptr;
+    EXPECT_FALSE(ZtUtil::parseHexNum(none, value));
 }
