@@ -4,7 +4,7 @@
 // Python generator and formats with its own digit routines), so agreement between the two
 // is evidence, not a tautology.
 //
-// Where the library's definition deliberately differs from CSS, this model follows the
+// Where the library deliberately differs from CSS, this model follows the
 // library, and says so:
 //  - the pad is applied to the representation before the negative sign is added (CSS counts
 //    the sign into the padded length);

@@ -143,7 +143,7 @@ TEST(CounterStyle, OverloadsAndDefaults) {
     CounterStyle padded = style("numeric", "0123456789");
     padded.setPad(3, "0");
     EXPECT_EQ(padded, catalog.styles.at("padded"));
-    // Defaults of the definition that no marker shows.
+    // Documented defaults that no marker shows.
     CounterStyle s(name("numeric"));
     EXPECT_EQ(s.getFirst(), 1);
     EXPECT_EQ(s.getFallback(), name("decimal"));

@@ -1,6 +1,6 @@
-// The fixed-range classifications of ZtChar: every range boundary of every set, a hand-written
-// sample of answers taken from the definition (data/char_ranges_sample.tsv), inputs outside
-// the code space, and the small helpers decided by fixed lists.
+// The fixed-range classifications of ZtChar: every range boundary of every set, a sample of
+// answers written by hand (data/char_ranges_sample.tsv), inputs outside the code space, and
+// the small helpers decided by fixed lists.
 #include <functional>
 #include <map>
 #include <span>

@@ -105,6 +105,7 @@ TEST(Lang, AliasTableIsBuiltOnceAndReleasedByCleanup) {
     EXPECT_FALSE(languageAliasTableBuilt());
     // Many threads make languages at once: the table is built once and every answer agrees.
     std::vector<std::thread> threads;
+    threads.reserve(8);
     std::vector<int> wrong(8, 0);
     for (int t = 0; t < 8; ++t) {
         threads.emplace_back([t, &wrong] {

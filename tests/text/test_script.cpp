@@ -117,7 +117,7 @@ TEST(Script, ZenkakuInScript) {
     EXPECT_TRUE(ja.isZenkakuScript(0x00B0));
     EXPECT_TRUE(hangul.isZenkakuScript(0x03B1));
     EXPECT_FALSE(latin.isZenkakuScript(0x03B1));
-    // Over the whole code space, against the definition written with ICU's width, for a CJK
+    // Over the whole code space, against the rule written with ICU's width, for a CJK
     // script and for one that is not.
     for (UChar32 c = 0; c <= 0x10FFFF; ++c) {
         const UChar32 w = u_getIntPropertyValue(c == 0x32FF ? 0x337B : c, UCHAR_EAST_ASIAN_WIDTH);
