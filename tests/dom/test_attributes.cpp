@@ -260,29 +260,41 @@ TEST_F(Attributes, NamespaceDeclarationsOnTheElement) {
     EXPECT_TRUE(e->getAttributeXMLNS(ZtName()).isEmpty());
 }
 
-TEST_F(Attributes, CopiesCarryTheirAttributes) {
+TEST_F(Attributes, CopiesCarryAttributesAndSubtrees) {
     ZtPtr<ZtElement> ns = doc->createElementNS(name("urn:x"), name("x"), name("e"));
     ns->setAttribute(name("a"), ZtValue(u"one"));
     ns->setAttributeNS(name("urn:y"), name("y:b"), ZtValue(2));
-    build(ns, "c(#t)");
+    ns->setSourceLineNumber(7);
+    build(ns, "c(#t) d(#x y(#z))");
     static_cast<ZtElement*>(ns->getFirstChild())->setAttribute(name("inner"), ZtValue(3));
-
     for (bool deep : {true, false}) {
         ZtPtr<ZtElement> copy;
         copy = ns->cloneNode(deep);
         EXPECT_EQ(copy->getTypeName(), UnicodeString(u"ElementNS"));
         EXPECT_EQ(copy->getNamespaceUri(), name("urn:x"));
+        EXPECT_EQ(copy->getSourceLineNumber(), 7);
+        EXPECT_EQ(copy->getRefCount(), 1);
+        EXPECT_EQ(copy->getParentNode(), nullptr);
         EXPECT_EQ(list(copy), "a=one y:b=2");
         EXPECT_EQ(copy->getAttributeNS(name("urn:y"), name("b")).getIntegerValue(), 2);
         ZtAttr* copiedA = copy->getAttributeNode(name("a"));
         EXPECT_EQ(copiedA->getOwnerElement(), copy.get());
         copiedA->setValue(ZtValue(u"changed"));
         EXPECT_EQ(list(ns), "a=one y:b=2");
-        EXPECT_EQ(describe(copy), deep ? "c(#t)" : "");
+        EXPECT_EQ(describe(copy), deep ? "c(#t) d(#x y(#z))" : "");
         if (deep) {
+            expectLinksConsistent(copy->getLastChild());
             EXPECT_EQ(list(static_cast<ZtElement*>(copy->getFirstChild())), "inner=3");
+            copy->getFirstChild()->appendChild(doc->createElement(name("new")));
+            EXPECT_EQ(describe(ns), "c(#t) d(#x y(#z))"); // the copy is independent
         }
     }
+    ZtPtr<ZtTextNode> text = doc->createTextNode(u"abc");
+    text->bidiDone(2);
+    ZtPtr<ZtNode> textCopy = text->cloneNode(false);
+    EXPECT_EQ(label(textCopy), "#abc");
+    EXPECT_TRUE(textCopy->isBidiDone());
+    EXPECT_EQ(textCopy->getRefCount(), 1);
 }
 
 TEST_F(Attributes, AMapOutlivingItsElement) {

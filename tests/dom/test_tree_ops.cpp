@@ -127,15 +127,6 @@ TEST_F(TreeOps, EveryFailedCallRaisesItsErrorAndChangesNothing) {
     EXPECT_EQ(describe(root), "a(b(c(d)))");
 }
 
-TEST_F(TreeOps, ADocumentTakesItsOwnNodes) {
-    doc->appendChild(doc->createProcessingInstruction(name("pi"), u"data"));
-    doc->appendChild(root);
-    EXPECT_EQ(doc->getDocumentElement(), root.get());
-    EXPECT_EQ(root->getParentNode(), doc.get());
-    EXPECT_EQ(doc->getOwnerDocument(), doc.get());
-    expectLinksConsistent(doc);
-}
-
 TEST_F(TreeOps, ListsAreLiveAndCountByWalking) {
     ZtPtr<ZtNodeList> children = root->getChildNodes();
     EXPECT_EQ(children->getLength(), 0);
