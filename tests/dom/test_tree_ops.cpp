@@ -18,7 +18,8 @@ struct TreeOps : ::testing::Test {
 
 } // namespace
 
-// Positions and moves at large are the random model test's; here the references handed back.
+// Placement and moves in general are checked against a model in test_tree_random.cpp; here
+// the one-child case and the references handed back.
 TEST_F(TreeOps, OneChildAndTheReferencesHandedBack) {
     ZtPtr<ZtElement> b = element("b");
     EXPECT_EQ(root->appendChild(b), b.get());

@@ -121,6 +121,8 @@ TEST(RandomTree, MatchesAPlainModelThroughThousandsOfOperations) {
             int mp = model.parent[static_cast<size_t>(i)];
             EXPECT_EQ(actual, model.childrenOf(i)) << "children of " << i;
             EXPECT_EQ(n->getParentNode(), node(mp));
+            EXPECT_TRUE(mp >= 0 || (!n->getNextSiblingFast() && !n->getPreviousSibling()))
+                << "sibling links left on detached " << i;
             // Ours, plus the parent's when attached (the document: the test's and ours).
             EXPECT_EQ(n->getRefCount(), i == 0 || mp >= 0 ? 2 : 1) << "count of " << i;
         }
