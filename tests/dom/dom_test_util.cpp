@@ -30,9 +30,9 @@ void buildFrom(ZtNode* parent, const std::string& text, size_t& pos) {
 
 } // namespace
 
-void build(ZtNode* parent, const std::string& spec) {
+void build(ZtNode* parent, const std::string& notation) {
     size_t pos = 0;
-    buildFrom(parent, spec, pos);
+    buildFrom(parent, notation, pos);
 }
 
 std::string describe(const ZtNode* node) {

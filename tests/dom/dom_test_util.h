@@ -42,7 +42,7 @@ inline std::string label(const ZtNode* node) {
 
 // Builds children under `parent` from a notation such as "a(#x b) c": names are elements,
 // '#' and a word a text node, parentheses hold children.
-void build(ZtNode* parent, const std::string& spec);
+void build(ZtNode* parent, const std::string& notation);
 
 // The subtree below `node` in the same notation (children only), read with the fast links.
 std::string describe(const ZtNode* node);
