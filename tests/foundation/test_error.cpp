@@ -11,26 +11,17 @@
 #include <curl/curl.h>
 #include <gtest/gtest.h>
 
+#include "caught_error.h"
 #include "foundation/raise_error.h"
 #include "ztcommon/foundation.h"
 
 using namespace ZtCommonNS;
+using ZtCommonNS::test::caught;
 
 namespace {
 std::string utf8(const UnicodeString& s) {
     std::string out;
     return s.toUTF8String(out);
-}
-
-// The ZtError that `action` throws.
-template <class Action> ZtError caught(Action action) {
-    try {
-        action();
-    } catch (const ZtError& e) {
-        return e;
-    }
-    ADD_FAILURE() << "no ZtError thrown";
-    return ZtError();
 }
 } // namespace
 

@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include "../foundation/caught_error.h"
 #include "ztcommon/value.h"
 
 namespace ZtCommonNS::test {
@@ -50,17 +51,6 @@ inline std::vector<std::vector<std::string>> readRows(const char* name, size_t c
 // A float written as strtof reads it ("nan" and "inf" included).
 inline float toFloat(const std::string& s) {
     return std::strtof(s.c_str(), nullptr);
-}
-
-// The ZtError that `action` throws.
-template <class Action> ZtError caught(Action action) {
-    try {
-        action();
-    } catch (const ZtError& e) {
-        return e;
-    }
-    ADD_FAILURE() << "no ZtError thrown";
-    return ZtError();
 }
 
 } // namespace ZtCommonNS::test
