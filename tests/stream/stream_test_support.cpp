@@ -70,6 +70,16 @@ std::string md5Of(const std::string& bytes) {
     return std::string(reinterpret_cast<const char*>(digest), 16);
 }
 
+std::string hex(const std::string& bytes) {
+    static const char digits[] = "0123456789abcdef";
+    std::string out;
+    for (unsigned char c : bytes) {
+        out += digits[c >> 4];
+        out += digits[c & 15];
+    }
+    return out;
+}
+
 std::string contentOf(ZtCommonNS::ZtMemStream& stream) {
     std::string out;
     stream.appendToString(out);
