@@ -37,6 +37,11 @@ std::string hex(unsigned long value, int width) {
     return text;
 }
 
+// The process id as names carry it: at least three hexadecimal digits.
+std::string pid() {
+    return hex(static_cast<unsigned long>(getpid()), 3);
+}
+
 ZtError caught(const std::function<void()>& action) {
     try {
         action();
@@ -47,7 +52,7 @@ ZtError caught(const std::function<void()>& action) {
     return ZtError();
 }
 
-// A child process that holds an fcntl write lock on a file until the test lets go (or ends).
+// A child process that holds an fcntl write lock on a file while this object lives.
 class LockingChild {
 public:
     explicit LockingChild(const std::string& file) {
@@ -69,26 +74,22 @@ public:
         close(ends[1]);
         socket_ = ends[0];
         char status = 0;
-        EXPECT_EQ(read(socket_, &status, 1), 1);
-        locked_ = status == 'L';
+        locked = read(socket_, &status, 1) == 1 && status == 'L';
     }
-    ~LockingChild() { letGo(); }
-
-    bool locked() const { return locked_; }
-    void letGo() {
-        if (pid_ <= 0)
-            return;
+    ~LockingChild() {
         close(socket_);
         int status = 0;
-        waitpid(pid_, &status, 0);
+        EXPECT_EQ(waitpid(pid_, &status, 0), pid_);
         EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
-        pid_ = -1;
     }
+    LockingChild(const LockingChild&) = delete;
+    LockingChild& operator=(const LockingChild&) = delete;
+
+    bool locked = false;
 
 private:
-    pid_t pid_ = -1;
-    int socket_ = -1;
-    bool locked_ = false;
+    pid_t pid_;
+    int socket_;
 };
 
 class TempFile : public ::testing::Test {
@@ -102,11 +103,11 @@ protected:
 TEST_F(TempFile, NamesCarryTheProcessIdAndTheNextFreeCounterValue) {
     EXPECT_EQ(utf8(ZtTempFile::getTempDirectory()), dir() + "/"); // from $TMPDIR
     const std::string first = path(ZtTempFile::getTempFile(u"", u"pre", u".ext"));
-    const std::regex form(dir() + "/pre([0-9a-f]{3,})_([0-9a-f]{4,})\\.ext");
-    std::smatch match;
-    ASSERT_TRUE(std::regex_match(first, match, form)) << first;
-    EXPECT_EQ(match[1].str(), hex(static_cast<unsigned long>(getpid()), 3));
-    const auto counter = static_cast<uint32_t>(std::stoul(match[2].str(), nullptr, 16));
+    std::smatch counter;
+    ASSERT_TRUE(std::regex_match(first, counter,
+                                 std::regex(dir() + "/pre" + pid() + "_([0-9a-f]{4,})\\.ext")))
+        << first;
+    const auto next = static_cast<uint32_t>(std::stoul(counter[1].str(), nullptr, 16)) + 1;
 
     // Created, empty and private to the user.
     struct stat info {};
@@ -118,32 +119,28 @@ TEST_F(TempFile, NamesCarryTheProcessIdAndTheNextFreeCounterValue) {
     // The next value follows; names that exist are skipped, never overwritten. The directory
     // may come without its trailing slash, the extension may be empty.
     const std::string stem = first.substr(0, first.rfind('_') + 1);
-    EXPECT_EQ(path(ZtTempFile::getTempFile(u"", u"pre", u".ext")),
-              stem + hex(counter + 1, 4) + ".ext");
-    for (uint32_t k = 2; k <= 3; ++k)
-        std::ofstream(stem + hex(counter + k, 4)) << "taken";
+    EXPECT_EQ(path(ZtTempFile::getTempFile(u"", u"pre", u".ext")), stem + hex(next, 4) + ".ext");
+    for (uint32_t k = 1; k <= 2; ++k)
+        std::ofstream(stem + hex(next + k, 4)) << "taken";
     EXPECT_EQ(path(ZtTempFile::getTempFile(UnicodeString::fromUTF8(dir()), u"pre", u"")),
-              stem + hex(counter + 4, 4));
-    std::ifstream taken(stem + hex(counter + 2, 4));
+              stem + hex(next + 3, 4));
+    std::ifstream taken(stem + hex(next + 1, 4));
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(taken), {}), "taken");
 }
 
 TEST_F(TempFile, NarrowNamesCarryAFreshUuid) {
+    const std::regex form(dir() + "/n" + pid() + "-[0-9a-f]{32}\\.bin");
     const std::string first = path(ZtTempFile::getTempFile(nullptr, "n", ".bin"));
     const std::string second = path(ZtTempFile::getTempFile(dir().c_str(), "n", ".bin"));
-    const std::regex form(dir() + "/n([0-9a-f]{3,})-[0-9a-f]{32}\\.bin");
-    std::smatch match;
-    ASSERT_TRUE(std::regex_match(first, match, form)) << first;
+    EXPECT_TRUE(std::regex_match(first, form)) << first;
     EXPECT_TRUE(std::regex_match(second, form)) << second;
-    EXPECT_EQ(match[1].str(), hex(static_cast<unsigned long>(getpid()), 3));
     EXPECT_NE(first, second);
     EXPECT_TRUE(fs::exists(first));
-
     std::string held;
     {
         ZtTempFile file(nullptr, "held", nullptr);
         held = path(file.getFileName());
-        EXPECT_TRUE(std::regex_match(held, std::regex(dir() + "/held[0-9a-f]{3,}-[0-9a-f]{32}")))
+        EXPECT_TRUE(std::regex_match(held, std::regex(dir() + "/held" + pid() + "-[0-9a-f]{32}")))
             << held;
         EXPECT_TRUE(fs::exists(held));
     }
@@ -157,9 +154,8 @@ TEST_F(TempFile, CreationInAMissingDirectoryRaisesCode78) {
     EXPECT_EQ(e.getErrorCode(), 78);
     EXPECT_EQ(utf8(e.getSource()), "ZtCommonNS::ZtTempFile");
     const std::string message = utf8(e.getRawMessage());
-    const std::regex form("Cannot create temporary file: " + missing +
-                          "p[0-9a-f]{3,}_[0-9a-f]{4,}\\.t \\(cannot create\\)\n" +
-                          std::strerror(ENOENT));
+    const std::regex form("Cannot create temporary file: " + missing + "p" + pid() +
+                          "_[0-9a-f]{4,}\\.t \\(cannot create\\)\n" + std::strerror(ENOENT));
     EXPECT_TRUE(std::regex_match(message, form)) << message;
     // Nothing is held by an object whose creation failed.
     EXPECT_THROW(ZtTempFile(UnicodeString::fromUTF8(missing), u"p", u".t"), ZtError);
@@ -173,28 +169,30 @@ TEST_F(TempFile, ALockedFileIsRetriedThenReportedAsCode77AndRemovedOnceFree) {
 
     ZtTempFile file(u"", u"locked", u".tmp");
     const std::string name = path(file.getFileName());
-    LockingChild child(name);
-    ASSERT_TRUE(child.locked());
+    {
+        LockingChild child(name);
+        ASSERT_TRUE(child.locked);
 
-    // Ten attempts, each pause at least the delay: nine pauses.
-    setTempFileRetryDelay(std::chrono::milliseconds(20));
-    const auto start = std::chrono::steady_clock::now();
-    EXPECT_FALSE(ZtTempFile::removeTempFile(name.c_str()));
-    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(180));
-    EXPECT_TRUE(fs::exists(name));
-    setTempFileRetryDelay(std::chrono::milliseconds(1));
+        // Ten attempts, each pause at least the delay: nine pauses.
+        setTempFileRetryDelay(std::chrono::milliseconds(20));
+        const auto start = std::chrono::steady_clock::now();
+        EXPECT_FALSE(ZtTempFile::removeTempFile(name.c_str()));
+        EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(180));
+        EXPECT_TRUE(fs::exists(name));
+        setTempFileRetryDelay(std::chrono::milliseconds(1));
 
-    // remove() reports the failure with the system's text and keeps the name.
-    const ZtError e = caught([&] { file.remove(); });
-    EXPECT_EQ(e.getErrorCode(), 77);
-    EXPECT_EQ(utf8(e.getSource()), "ZtCommonNS::ZtTempFile");
-    const std::string message = utf8(e.getRawMessage());
-    const std::string head = "Cannot remove temporary file: " + name + " (cannot remove)\n";
-    EXPECT_TRUE(message == head + std::strerror(EAGAIN) || message == head + std::strerror(EACCES))
-        << message;
-    EXPECT_TRUE(file.isTempFile());
-
-    child.letGo();
+        // remove() reports the failure with the system's text and keeps the name.
+        const ZtError e = caught([&] { file.remove(); });
+        EXPECT_EQ(e.getErrorCode(), 77);
+        EXPECT_EQ(utf8(e.getSource()), "ZtCommonNS::ZtTempFile");
+        const std::string message = utf8(e.getRawMessage());
+        const std::string head = "Cannot remove temporary file: " + name + " (cannot remove)\n";
+        EXPECT_TRUE(message == head + std::strerror(EAGAIN) ||
+                    message == head + std::strerror(EACCES))
+            << message;
+        EXPECT_TRUE(file.isTempFile());
+    }
+    // The lock is gone with the child.
     file.remove();
     EXPECT_FALSE(file.isTempFile());
     EXPECT_FALSE(fs::exists(name));
