@@ -1,6 +1,6 @@
 // Memory stream operations beyond iostreams: searching and skipping across blocks and lazy
-// sources, zero-copy reads, abandoning, trimming, the table checksum and the MD5 digest, and
-// copying whole streams. Bulk copies in are left to the random model test.
+// sources, zero-copy reads, abandoning, the table checksum and the MD5 digest, and copying
+// whole streams. Bulk copies in and trimming are left to the random model test.
 #include <gtest/gtest.h>
 
 #include "stream_test_support.h"
@@ -89,23 +89,6 @@ TEST(MemStreamCopy, AbandonBufferFreesTheBlocksAlreadyRead) {
     EXPECT_EQ(stream.get(), '8');
     stream.abandonBuffer(); // already in block 0: nothing happens
     EXPECT_EQ(stream.getMemBuffer().getBlockCount(), 2u);
-}
-
-TEST(MemStreamCopy, TrimCutsTheContentFreesBlocksAndPullsPositionsBack) {
-    ZtMemStream stream(nullptr, 4);
-    stream << "0123456789";
-    stream.seekg(9);
-    stream.trim(6);
-    EXPECT_EQ(stream.getMemBuffer().getBlockCount(), 2u);
-    EXPECT_EQ(stream.tellg(), std::streampos(6));
-    EXPECT_EQ(stream.tellp(), std::streampos(6));
-    stream.trim(100); // not shorter: nothing happens
-    stream << "xy";
-    EXPECT_EQ(contentOf(stream), "012345xy");
-    // Sources are pulled before trimming.
-    ZtMemStream sourced(new std::istringstream("abcdefghij"), 3, true);
-    sourced.trim(5);
-    EXPECT_EQ(contentOf(sourced), "abcde");
 }
 
 TEST(MemStreamChecksum, TableChecksumOfBigEndianWords) {
