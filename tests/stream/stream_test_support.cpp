@@ -1,6 +1,7 @@
 // The private temporary directory of the stream tests and shared helpers.
 #include "stream_test_support.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 
@@ -71,12 +72,10 @@ std::string md5Of(const std::string& bytes) {
 }
 
 std::string hex(const std::string& bytes) {
-    static const char digits[] = "0123456789abcdef";
     std::string out;
-    for (unsigned char c : bytes) {
-        out += digits[c >> 4];
-        out += digits[c & 15];
-    }
+    char pair[3];
+    for (unsigned char c : bytes)
+        out.append(pair, static_cast<size_t>(std::snprintf(pair, sizeof pair, "%02x", c)));
     return out;
 }
 
