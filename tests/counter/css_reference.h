@@ -4,7 +4,7 @@
 // Python generator and formats with its own digit routines), so agreement between the two
 // is evidence, not a tautology.
 //
-// Where the library's definition deliberately differs from CSS, this model follows the
+// Where the library deliberately differs from CSS, this model follows the
 // library, and says so:
 //  - the pad is applied to the representation before the negative sign is added (CSS counts
 //    the sign into the padded length);
@@ -14,7 +14,6 @@
 //  - representations of 1000 UTF-16 code units or more fall back.
 #pragma once
 
-#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
@@ -39,6 +38,7 @@ struct Rule {
     std::u16string padSymbol;
     std::string fallback = "decimal";
     std::vector<std::string> given; // descriptors the rule states
+    std::u16string zero;            // not CSS: the library's zero symbol, for hand-made test styles
 };
 
 // Reads every @counter-style rule of a style sheet, in order. Throws std::runtime_error on
@@ -56,8 +56,6 @@ public:
     std::u16string format(const std::string& name, long long value, bool plain) const;
 
 private:
-    std::optional<std::u16string> represent(const Rule& rule, long long value,
-                                            bool& negative) const;
     std::u16string formatWith(const Rule& rule, long long value, bool plain,
                               std::vector<std::string>& busy) const;
 

@@ -4,49 +4,35 @@ namespace domtest {
 
 namespace {
 
-struct Parser {
-    const std::string& text;
-    size_t pos = 0;
-
-    void skipSpace() {
-        while (pos < text.size() && text[pos] == ' ')
+void buildFrom(ZtNode* parent, const std::string& text, size_t& pos) {
+    ZtDocument* doc = parent->getOwnerDocument();
+    while (pos < text.size() && text[pos] != ')') {
+        if (text[pos] == ' ') {
             ++pos;
-    }
-    std::string word() {
-        size_t start = pos;
-        while (pos < text.size() && text[pos] != ' ' && text[pos] != '(' && text[pos] != ')')
+            continue;
+        }
+        size_t end = text.find_first_of(" ()", pos);
+        std::string word = text.substr(pos, end == std::string::npos ? end : end - pos);
+        pos += word.size();
+        ZtPtr<ZtNode> made;
+        if (word[0] == '#')
+            made = doc->createTextNode(UnicodeString::fromUTF8(word.substr(1)));
+        else
+            made = doc->createElement(name(word.c_str()));
+        ZtNode* node = parent->appendChild(made);
+        if (pos < text.size() && text[pos] == '(') {
+            buildFrom(node, text, ++pos);
+            ASSERT_LT(pos, text.size()) << "missing ')' in " << text;
             ++pos;
-        return text.substr(start, pos - start);
-    }
-    void children(ZtNode* parent) {
-        ZtDocument* doc = parent->getOwnerDocument();
-        for (;;) {
-            skipSpace();
-            if (pos >= text.size() || text[pos] == ')')
-                return;
-            std::string w = word();
-            ASSERT_FALSE(w.empty()) << "bad tree notation at " << pos << ": " << text;
-            ZtPtr<ZtNode> node;
-            if (w[0] == '#')
-                node = doc->createTextNode(UnicodeString::fromUTF8(w.substr(1)));
-            else
-                node = doc->createElement(name(w.c_str()));
-            parent->appendChild(node);
-            if (pos < text.size() && text[pos] == '(') {
-                ++pos;
-                children(node);
-                ASSERT_LT(pos, text.size()) << "missing ')' in " << text;
-                ++pos;
-            }
         }
     }
-};
+}
 
 } // namespace
 
-void build(ZtNode* parent, const std::string& spec) {
-    Parser parser{spec};
-    parser.children(parent);
+void build(ZtNode* parent, const std::string& notation) {
+    size_t pos = 0;
+    buildFrom(parent, notation, pos);
 }
 
 std::string describe(const ZtNode* node) {
@@ -76,19 +62,13 @@ std::string describe(const ZtNode* node) {
 }
 
 void expectLinksConsistent(const ZtNode* node) {
-    const ZtNode* last = node->getLastChildFast();
-    if (!last) {
-        EXPECT_EQ(node->getFirstChildFast(), nullptr);
-        EXPECT_EQ(node->getFirstChild(), nullptr);
-        EXPECT_FALSE(node->hasChildNodes());
-        EXPECT_EQ(node->getChildNodeCount(), 0);
-        return;
-    }
     const ZtNode* first = node->getFirstChildFast();
+    const ZtNode* last = node->getLastChildFast();
     EXPECT_EQ(node->getFirstChild(), first);
     EXPECT_EQ(node->getLastChild(), last);
-    EXPECT_EQ(first->getPreviousSibling(), nullptr) << "the first child's previous is null";
-    EXPECT_EQ(last->getNextSibling(), nullptr) << "the last child's next sibling is null";
+    EXPECT_EQ(node->hasChildNodes(), last != nullptr);
+    EXPECT_EQ(first == nullptr, last == nullptr);
+    EXPECT_EQ(first ? first->getPreviousSibling() : nullptr, nullptr);
     int forward = 0;
     const ZtNode* prev = nullptr;
     for (const ZtNode* c = first; c; c = c->getNextSibling()) {
@@ -115,10 +95,12 @@ ZtError raised(const std::function<void()>& action) {
     return ZtError();
 }
 
-void expectError(const ZtError& error, int code, const char* message, const char* source) {
-    EXPECT_EQ(error.getErrorCode(), code);
-    EXPECT_EQ(utf8(error.getRawMessage()), message);
-    EXPECT_EQ(utf8(error.getSource()), source);
+void expectError(const std::function<void()>& action, int code, const std::string& message,
+                 const std::string& source) {
+    ZtError error = raised(action);
+    EXPECT_EQ(error.getErrorCode(), code) << message;
+    EXPECT_EQ(utf8(error.getRawMessage()), "SYSTEM ERROR: " + message);
+    EXPECT_EQ(utf8(error.getSource()), "ZtCommonNS::" + source);
     EXPECT_EQ(error.getLineNumber(), -1);
     EXPECT_EQ(error.getColumnNumber(), -1);
     EXPECT_TRUE(error.getUri().isEmpty());

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <initializer_list>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -12,6 +13,9 @@
 namespace domtest {
 
 using namespace ZtCommonNS;
+
+// A few nodes of any classes to loop over.
+using Nodes = std::initializer_list<const ZtNode*>;
 
 inline std::string utf8(const UnicodeString& text) {
     std::string out;
@@ -37,8 +41,8 @@ inline std::string label(const ZtNode* node) {
 }
 
 // Builds children under `parent` from a notation such as "a(#x b) c": names are elements,
-// '#' and a word a text node, parentheses hold children. Returns nothing; the tree owns them.
-void build(ZtNode* parent, const std::string& spec);
+// '#' and a word a text node, parentheses hold children.
+void build(ZtNode* parent, const std::string& notation);
 
 // The subtree below `node` in the same notation (children only), read with the fast links.
 std::string describe(const ZtNode* node);
@@ -50,7 +54,17 @@ void expectLinksConsistent(const ZtNode* node);
 // Runs `action`, which must raise a ZtError; returns it (a default error when none came).
 ZtError raised(const std::function<void()>& action);
 
-// Checks code, raw message and source of an error raised by the tree.
-void expectError(const ZtError& error, int code, const char* message, const char* source);
+// Runs `action` and checks the error it raises: code, raw message ("SYSTEM ERROR: " and
+// `message`), source ("ZtCommonNS::" and `source`) and no position.
+void expectError(const std::function<void()>& action, int code, const std::string& message,
+                 const std::string& source);
+
+// A call that must fail, with the error expected of it (as for expectError).
+struct ErrorCase {
+    int code;
+    const char* message;
+    std::string source;
+    std::function<void()> call;
+};
 
 } // namespace domtest

@@ -1,6 +1,4 @@
 // Tree and list iterators against sequences written out by hand for a small tree.
-#include <vector>
-
 #include "dom_test_util.h"
 
 using namespace domtest;
@@ -13,12 +11,18 @@ using Order = ZtTreeIterator::TraversalOrder;
 std::string walk(ZtTreeIterator it, bool forward) {
     std::string out;
     while (ZtNode* n = forward ? it.nextNode() : it.previousNode()) {
-        if (!out.empty())
-            out += ' ';
-        out += label(n);
+        out += (out.empty() ? "" : " ") + label(n);
         if (it.getTraversalOrder() == ZtTreeIterator::PRE_AND_POST_ORDER)
             out += it.atPreVisit() ? '+' : '-';
     }
+    return out;
+}
+
+// Labels of a node iterator's walk, forwards or backwards, from where it stands.
+std::string walkList(ZtNodeIterator& it, bool forward) {
+    std::string out;
+    while (ZtNode* n = forward ? it.nextNode() : it.previousNode())
+        out += (out.empty() ? "" : " ") + label(n);
     return out;
 }
 
@@ -32,36 +36,38 @@ struct Iterators : ::testing::Test {
 
 } // namespace
 
-TEST_F(Iterators, TreeIteratorForwardInEachOrder) {
+TEST_F(Iterators, TreeIteratorInEachOrderBothWays) {
     EXPECT_EQ(walk(fromStart(ZtTreeIterator::PRE_ORDER), true), "r a #1 b #2 c d");
     EXPECT_EQ(walk(fromStart(ZtTreeIterator::POST_ORDER), true), "#1 b a #2 d c r");
     EXPECT_EQ(walk(fromStart(ZtTreeIterator::PRE_AND_POST_ORDER), true),
               "r+ a+ #1+ b+ b- a- #2+ c+ d+ d- c- r-");
-}
-
-TEST_F(Iterators, TreeIteratorBackwardInEachOrder) {
     EXPECT_EQ(walk(fromEnd(ZtTreeIterator::PRE_ORDER), false), "d c #2 b #1 a r");
     EXPECT_EQ(walk(fromEnd(ZtTreeIterator::POST_ORDER), false), "r c d #2 a b #1");
     EXPECT_EQ(walk(fromEnd(ZtTreeIterator::PRE_AND_POST_ORDER), false),
               "r- c- d- d+ c+ #2- a- b- b+ #1- a+ r+"); // text is met once, when walking back in
+    // Order 3 over an element with one text child: entered, the text, left.
+    ZtPtr<ZtElement> e = doc->createElement(name("e"));
+    build(e, "#x");
+    EXPECT_EQ(walk(ZtTreeIterator(e, nullptr, false, ZtTreeIterator::PRE_AND_POST_ORDER), true),
+              "e+ #x+ e-");
+    // Order 1 over a childless root: the root once.
+    ZtPtr<ZtElement> lone = doc->createElement(name("lone"));
+    EXPECT_EQ(walk(ZtTreeIterator(lone, nullptr, false, ZtTreeIterator::PRE_ORDER), true), "lone");
 }
 
 TEST_F(Iterators, WalksTurnAroundAndStopAtTheEnds) {
     ZtTreeIterator it = fromStart(ZtTreeIterator::PRE_ORDER);
-    EXPECT_EQ(label(it.nextNode()), "r");
-    EXPECT_EQ(label(it.nextNode()), "a");
-    EXPECT_EQ(label(it.nextNode()), "#1");
-    EXPECT_EQ(label(it.previousNode()), "a");
-    EXPECT_EQ(label(it.previousNode()), "r");
-    EXPECT_EQ(it.previousNode(), nullptr);
+    std::string steps;
+    for (bool forward : {true, true, true, false, false, false, true})
+        steps += label(forward ? it.nextNode() : it.previousNode()) + " ";
+    // A walk that ran off the start begins again.
+    EXPECT_EQ(steps, "r a #1 a r null r ");
     EXPECT_FALSE(it.hasPreviousNode());
-    EXPECT_EQ(label(it.nextNode()), "r"); // a walk that ran off the start begins again
 
     // After the end nextNode keeps answering null; setToStart begins again at the root,
     // which counts as visited.
     while (it.nextNode()) {
     }
-    EXPECT_EQ(it.nextNode(), nullptr);
     EXPECT_EQ(it.nextNode(), nullptr);
     EXPECT_FALSE(it.hasNextNode());
     it.setToStart();
@@ -72,52 +78,34 @@ TEST_F(Iterators, WalksTurnAroundAndStopAtTheEnds) {
 }
 
 TEST_F(Iterators, HasNextAndHasPreviousForetellEveryStep) {
-    const Order orders[] = {ZtTreeIterator::PRE_ORDER, ZtTreeIterator::POST_ORDER,
-                            ZtTreeIterator::PRE_AND_POST_ORDER};
     // Trees with an empty element root, a text-only leaf root, and the fixture's tree.
     ZtPtr<ZtElement> lone = doc->createElement(name("lone"));
     ZtPtr<ZtTextNode> text = doc->createTextNode(u"t");
-    const ZtNode* roots[] = {r, lone, text};
-    for (const ZtNode* root : roots) {
-        for (Order order : orders) {
+    for (const ZtNode* root : Nodes{r, lone, text}) {
+        for (Order order : {ZtTreeIterator::PRE_ORDER, ZtTreeIterator::POST_ORDER,
+                            ZtTreeIterator::PRE_AND_POST_ORDER}) {
             for (bool forward : {true, false}) {
                 ZtTreeIterator it(root, nullptr, !forward, order);
-                int steps = 0;
-                for (;;) {
+                for (int steps = 0;; ++steps) {
+                    // Both directions from here: the promise matches the step.
+                    ZtTreeIterator ahead = it, back = it;
                     bool promised = forward ? it.hasNextNode() : it.hasPreviousNode();
-                    ZtTreeIterator probe = it;
-                    ZtNode* n = forward ? probe.nextNode() : probe.previousNode();
-                    EXPECT_EQ(promised, n != nullptr)
-                        << label(root) << " order " << order << (forward ? " forward" : " back")
-                        << " step " << steps;
-                    // The other direction from here as well.
-                    ZtTreeIterator back = it;
-                    bool backPromised = forward ? back.hasPreviousNode() : back.hasNextNode();
+                    bool backPromised = forward ? it.hasPreviousNode() : it.hasNextNode();
+                    ZtNode* n = forward ? ahead.nextNode() : ahead.previousNode();
                     ZtNode* b = forward ? back.previousNode() : back.nextNode();
-                    EXPECT_EQ(backPromised, b != nullptr)
-                        << label(root) << " order " << order << " reverse probe at " << steps;
+                    EXPECT_EQ(promised, n != nullptr) << label(root) << order << forward << steps;
+                    EXPECT_EQ(backPromised, b != nullptr) << label(root) << order << steps;
                     if (!n)
                         break;
-                    it = probe;
-                    ASSERT_LT(++steps, 100);
+                    it = ahead;
+                    ASSERT_LT(steps, 100);
                 }
             }
         }
     }
 }
 
-TEST_F(Iterators, SmallCasesOfTheDefinition) {
-    // Order 3 over an element with one text child: entered, the text, left.
-    ZtPtr<ZtElement> e = doc->createElement(name("e"));
-    build(e, "#x");
-    EXPECT_EQ(walk(ZtTreeIterator(e, nullptr, false, ZtTreeIterator::PRE_AND_POST_ORDER), true),
-              "e+ #x+ e-");
-    // Order 1 over a childless root: the root once.
-    ZtPtr<ZtElement> lone = doc->createElement(name("lone"));
-    ZtTreeIterator it(lone, nullptr, false, ZtTreeIterator::PRE_ORDER);
-    EXPECT_EQ(it.nextNode(), lone.get());
-    EXPECT_EQ(it.nextNode(), nullptr);
-    // The default iterator walks nothing.
+TEST_F(Iterators, DefaultIteratorAndEquality) {
     ZtTreeIterator none;
     EXPECT_EQ(none.nextNode(), nullptr);
     EXPECT_EQ(none.previousNode(), nullptr);
@@ -138,10 +126,7 @@ TEST_F(Iterators, SmallCasesOfTheDefinition) {
 
 TEST_F(Iterators, NodeIteratorOverChildrenAndDescendants) {
     ZtNodeIterator children = r->getChildNodes()->getIterator();
-    std::string seen;
-    while (ZtNode* n = children.nextNode())
-        seen += label(n) + " ";
-    EXPECT_EQ(seen, "a #2 c ");
+    EXPECT_EQ(walkList(children, true), "a #2 c");
     EXPECT_FALSE(children.hasNextNode());
     EXPECT_TRUE(children.hasPreviousNode());
     EXPECT_EQ(label(children.previousNode()), "c");
@@ -153,20 +138,12 @@ TEST_F(Iterators, NodeIteratorOverChildrenAndDescendants) {
     EXPECT_EQ(label(children.nextNode()), "a");
 
     ZtNodeIterator all = r->getIterator();
-    seen.clear();
-    while (ZtNode* n = all.nextNode())
-        seen += label(n) + " ";
-    EXPECT_EQ(seen, "a #1 b #2 c d ");
-    seen.clear();
-    while (ZtNode* n = all.previousNode())
-        seen += label(n) + " ";
-    EXPECT_EQ(seen, "d c #2 b #1 a ");
+    EXPECT_EQ(walkList(all, true), "a #1 b #2 c d");
+    EXPECT_EQ(walkList(all, false), "d c #2 b #1 a");
 
-    // Continuing after a given descendant.
+    // Continuing after a given descendant; copies share the list and move independently.
     ZtNodeIterator after(r, r->getFirstChild()->getLastChild());
     EXPECT_EQ(label(after.nextNode()), "#2");
-
-    // Copies share the list and move independently.
     ZtNodeIterator copy = after;
     EXPECT_EQ(label(copy.nextNode()), "c");
     EXPECT_EQ(label(after.nextNode()), "c");
@@ -185,6 +162,5 @@ TEST_F(Iterators, NodeIteratorOverEmptyListsAndRemovedCursor) {
     ZtNodeIterator it = r->getChildNodes()->getIterator();
     EXPECT_EQ(label(it.nextNode()), "a");
     ZtPtr<ZtNode> removed = r->removeChild(r->getChildNodeByName(name("#text")));
-    EXPECT_EQ(label(it.nextNode()), "#2");
-    EXPECT_EQ(it.nextNode(), nullptr);
+    EXPECT_EQ(walkList(it, true), "#2");
 }

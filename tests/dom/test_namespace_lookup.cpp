@@ -7,27 +7,18 @@ namespace {
 
 struct Lookup : ::testing::Test {
     ZtPtr<ZtDocument> doc = newDocument();
-    ZtName uriP = name("urn:p");
-    ZtName uriQ = name("urn:q");
-    ZtName uriD = name("urn:default");
-    ZtElement* top = nullptr;
-    ZtElement* middle = nullptr;
-    ZtElement* bottom = nullptr;
+    ZtName uriP = name("urn:p"), uriQ = name("urn:q"), uriD = name("urn:default");
+    ZtElement *top = nullptr, *middle = nullptr, *bottom = nullptr;
 
     // <top xmlns="urn:default" xmlns:p="urn:p"><middle xmlns:q="urn:q"><p:bottom/>...
     void SetUp() override {
-        ZtPtr<ZtElement> t = doc->createElement(name("top"));
-        doc->appendChild(t);
-        top = t;
+        build(doc, "top(middle(p:bottom))");
+        top = static_cast<ZtElement*>(doc->getFirstChild());
+        middle = static_cast<ZtElement*>(top->getFirstChild());
+        bottom = static_cast<ZtElement*>(middle->getFirstChild());
         top->setAttributeXMLNS(ZtName(), uriD);
         top->setAttributeXMLNS(name("p"), uriP);
-        ZtPtr<ZtElement> m = doc->createElement(name("middle"));
-        top->appendChild(m);
-        middle = m;
         middle->setAttributeXMLNS(name("q"), uriQ);
-        ZtPtr<ZtElement> b = doc->createElement(name("p:bottom"));
-        middle->appendChild(b);
-        bottom = b;
     }
 };
 

@@ -1,5 +1,5 @@
-// The four operations that change child lists: their links, their reference counts, their
-// errors (code, message, source) and the tree left unchanged by every failed call.
+// The operations that change child lists: their links, their reference counts, their errors
+// (code, message, source) and the tree left unchanged by every failed call.
 #include "dom_test_util.h"
 
 using namespace domtest;
@@ -11,65 +11,33 @@ struct TreeOps : ::testing::Test {
     ZtPtr<ZtElement> root = doc->createElement(name("root"));
 
     ZtNode* child(const char* childName) const { return root->getChildNodeByName(name(childName)); }
+    ZtPtr<ZtElement> element(const char* elementName) const {
+        return doc->createElement(name(elementName));
+    }
 };
 
 } // namespace
 
-TEST_F(TreeOps, OneChildIsFirstAndLastWithNoSiblings) {
-    ZtPtr<ZtElement> a = doc->createElement(name("a"));
-    EXPECT_EQ(root->appendChild(a), a.get());
-    EXPECT_EQ(root->getFirstChild(), a.get());
-    EXPECT_EQ(root->getLastChild(), a.get());
-    EXPECT_EQ(a->getNextSibling(), nullptr);
-    EXPECT_EQ(a->getPreviousSibling(), nullptr);
-    EXPECT_EQ(a->getParentNode(), root.get());
-    EXPECT_EQ(a->getRefCount(), 2); // ours and the tree's
-    expectLinksConsistent(root);
-}
-
-TEST_F(TreeOps, InsertAndAppendPlaceChildrenWhereAsked) {
-    build(root, "b d");
-    ZtPtr<ZtElement> a = doc->createElement(name("a"));
-    ZtPtr<ZtElement> c = doc->createElement(name("c"));
-    ZtPtr<ZtElement> e = doc->createElement(name("e"));
-    EXPECT_EQ(root->insertBefore(a, child("b")), a.get()); // before the first
-    EXPECT_EQ(root->insertBefore(c, child("d")), c.get()); // in the middle
-    EXPECT_EQ(root->insertBefore(e, nullptr), e.get());    // null reference: at the end
-    EXPECT_EQ(describe(root), "a b c d e");
-    expectLinksConsistent(root);
-}
-
-TEST_F(TreeOps, ReplaceAndRemoveHandBackTheTreesReference) {
-    build(root, "a b c");
-    ZtPtr<ZtElement> x = doc->createElement(name("x"));
-    ZtNode* b = child("b");
-    b->addRef(); // keep b alive to look at it afterwards
-    ZtPtr<ZtNode> old = root->replaceChild(x, b);
-    EXPECT_EQ(old.get(), b);
-    EXPECT_EQ(b->getRefCount(), 2); // ours and the returned pointer's (the tree's, handed over)
-    EXPECT_EQ(b->getParentNode(), nullptr);
-    EXPECT_EQ(b->getNextSibling(), nullptr);
-    EXPECT_EQ(b->getPreviousSibling(), nullptr);
-    EXPECT_EQ(describe(root), "a x c");
-    expectLinksConsistent(root);
-    old = nullptr;
-    EXPECT_EQ(b->getRefCount(), 1);
-    b->release();
-
-    // Replacing the last and the only child moves the last-child link.
-    ZtPtr<ZtElement> y = doc->createElement(name("y"));
-    root->replaceChild(y, child("c"));
-    EXPECT_EQ(root->getLastChild(), y.get());
-    EXPECT_EQ(describe(root), "a x y");
-    ZtPtr<ZtNode> removed = root->removeChild(child("a"));
-    ZtPtr<ZtNode> removed2 = root->removeChild(x);
-    ZtPtr<ZtElement> z = doc->createElement(name("z"));
-    root->replaceChild(z, y);
-    EXPECT_EQ(describe(root), "z");
-    expectLinksConsistent(root);
-    EXPECT_EQ(removed->getRefCount(), 1);
-    root->removeChild(z);
-    EXPECT_FALSE(root->hasChildNodes());
+// Placement and moves in general are checked against a model in test_tree_random.cpp; here
+// the one-child case and the references handed back.
+TEST_F(TreeOps, OneChildAndTheReferencesHandedBack) {
+    ZtPtr<ZtElement> b = element("b");
+    EXPECT_EQ(root->appendChild(b), b.get());
+    expectLinksConsistent(root);    // one child: first and last, no siblings
+    EXPECT_EQ(b->getRefCount(), 2); // ours and the tree's
+    build(root, "c");
+    for (bool replacing : {true, false}) {
+        ZtPtr<ZtNode> old = replacing ? root->replaceChild(element("x"), b) : root->removeChild(b);
+        EXPECT_EQ(old.get(), b.get());
+        EXPECT_EQ(b->getRefCount(), 2); // ours and the tree's, handed over
+        EXPECT_EQ(b->getParentNode(), nullptr);
+        EXPECT_EQ(b->getNextSibling(), nullptr);
+        EXPECT_EQ(b->getPreviousSibling(), nullptr);
+        old = nullptr;
+        EXPECT_EQ(b->getRefCount(), 1);
+        root->insertBefore(b, root->getFirstChild());
+    }
+    EXPECT_EQ(describe(root), "b x c");
     expectLinksConsistent(root);
 }
 
@@ -77,7 +45,6 @@ TEST_F(TreeOps, SameNodeAsBothArgumentsChangesNothing) {
     build(root, "a b c");
     ZtNode* b = child("b");
     EXPECT_EQ(root->insertBefore(b, b), b);
-    EXPECT_EQ(describe(root), "a b c");
     EXPECT_EQ(b->getRefCount(), 1);
     {
         ZtPtr<ZtNode> same = root->replaceChild(b, b);
@@ -90,146 +57,81 @@ TEST_F(TreeOps, SameNodeAsBothArgumentsChangesNothing) {
 }
 
 TEST_F(TreeOps, MovingBetweenParentsKeepsTheCount) {
-    ZtPtr<ZtElement> other = doc->createElement(name("other"));
+    ZtPtr<ZtElement> other = element("other");
     build(root, "a b c");
     build(other, "x");
-    ZtNode* b = child("b");
-    EXPECT_EQ(b->getRefCount(), 1);
-    other->appendChild(b);
-    EXPECT_EQ(b->getRefCount(), 1);
-    EXPECT_EQ(describe(root), "a c");
-    EXPECT_EQ(describe(other), "x b");
+    other->appendChild(child("b"));
     other->insertBefore(child("c"), other->getFirstChild());
-    EXPECT_EQ(describe(other), "c x b");
     root->replaceChild(other->getLastChild(), child("a"));
     EXPECT_EQ(describe(root), "b");
     EXPECT_EQ(describe(other), "c x");
-    EXPECT_EQ(child("b")->getRefCount(), 1);
-    expectLinksConsistent(root);
-    expectLinksConsistent(other);
-
-    // Within one parent: moving to the end, before a neighbour, in place of a neighbour.
-    root->removeAllChildNodes();
-    build(root, "a b c d");
-    root->appendChild(child("a"));
-    EXPECT_EQ(describe(root), "b c d a");
-    root->insertBefore(child("d"), child("b"));
-    EXPECT_EQ(describe(root), "d b c a");
-    root->insertBefore(child("b"), child("c")); // already right before it
-    EXPECT_EQ(describe(root), "d b c a");
-    ZtPtr<ZtNode> out = root->replaceChild(child("c"), child("b"));
-    EXPECT_EQ(describe(root), "d c a");
-    EXPECT_EQ(utf8(out->getNodeName().getNameString()), "b");
-    root->replaceChild(child("a"), child("c")); // the last child takes its neighbour's place
-    EXPECT_EQ(describe(root), "d a");
-    for (ZtNode* n = root->getFirstChild(); n; n = n->getNextSibling())
+    for (const ZtNode* n : Nodes{root->getFirstChild(), other->getFirstChild()})
         EXPECT_EQ(n->getRefCount(), 1);
     expectLinksConsistent(root);
+    expectLinksConsistent(other);
 }
 
-TEST_F(TreeOps, NullArgumentsAreReportedWithTheOperation) {
-    build(root, "a");
-    ZtNode* a = child("a");
-    expectError(raised([&] { root->appendChild(nullptr); }), 3, "SYSTEM ERROR: newChild is null.",
-                "ZtCommonNS::ZtNode::appendChild");
-    expectError(raised([&] { root->insertBefore(nullptr, a); }), 3,
-                "SYSTEM ERROR: newChild is null.", "ZtCommonNS::ZtNode::insertBefore");
-    expectError(raised([&] { root->replaceChild(nullptr, a); }), 3,
-                "SYSTEM ERROR: newChild is null.", "ZtCommonNS::ZtNode::replaceChild");
-    ZtPtr<ZtElement> x = doc->createElement(name("x"));
-    expectError(raised([&] { root->replaceChild(x, nullptr); }), 3,
-                "SYSTEM ERROR: oldChild is null.", "ZtCommonNS::ZtNode::replaceChild");
-    expectError(raised([&] { root->removeChild(nullptr); }), 3, "SYSTEM ERROR: oldChild is null.",
-                "ZtCommonNS::ZtNode::removeChild");
-    EXPECT_EQ(describe(root), "a");
-    EXPECT_EQ(x->getRefCount(), 1);
-}
-
-TEST_F(TreeOps, NodesOfAnotherDocumentAreRefusedAndNothingChanges) {
-    build(root, "a b");
-    ZtPtr<ZtDocument> otherDoc = newDocument();
-    ZtPtr<ZtElement> stranger = otherDoc->createElement(name("s"));
-    ZtPtr<ZtElement> strangerParent = otherDoc->createElement(name("p"));
-    strangerParent->appendChild(stranger);
-    const char* message = "SYSTEM ERROR: newChild is created from a different document.";
-    expectError(raised([&] { root->appendChild(stranger); }), 6, message,
-                "ZtCommonNS::ZtNode::appendChild");
-    expectError(raised([&] { root->insertBefore(stranger, child("b")); }), 6, message,
-                "ZtCommonNS::ZtNode::insertBefore");
-    expectError(raised([&] { root->replaceChild(stranger, child("b")); }), 6, message,
-                "ZtCommonNS::ZtNode::replaceChild");
-    EXPECT_EQ(describe(root), "a b");
-    EXPECT_EQ(stranger->getParentNode(), strangerParent.get());
-    EXPECT_EQ(stranger->getRefCount(), 2);
-    expectLinksConsistent(root);
-    expectLinksConsistent(strangerParent);
-}
-
-TEST_F(TreeOps, NodesThatAreNotChildrenAreRefused) {
-    build(root, "a b");
-    ZtPtr<ZtElement> loose = doc->createElement(name("loose"));
-    ZtPtr<ZtElement> x = doc->createElement(name("x"));
-    expectError(raised([&] { root->insertBefore(x, loose); }), 9,
-                "SYSTEM ERROR: refChild is not a child of this node.",
-                "ZtCommonNS::ZtNode::insertBefore");
-    expectError(raised([&] { root->replaceChild(x, loose); }), 9,
-                "SYSTEM ERROR: oldChild is not a child of this node.",
-                "ZtCommonNS::ZtNode::replaceChild");
-    expectError(raised([&] { root->removeChild(loose); }), 9,
-                "SYSTEM ERROR: oldChild is not a child of this node.",
-                "ZtCommonNS::ZtNode::removeChild");
-    // A grandchild is not a child either.
-    child("a")->appendChild(loose);
-    expectError(raised([&] { root->removeChild(loose); }), 9,
-                "SYSTEM ERROR: oldChild is not a child of this node.",
-                "ZtCommonNS::ZtNode::removeChild");
-    // The reference check comes before the same-node shortcut of insertBefore.
-    expectError(raised([&] { root->insertBefore(loose, loose); }), 9,
-                "SYSTEM ERROR: refChild is not a child of this node.",
-                "ZtCommonNS::ZtNode::insertBefore");
-    EXPECT_EQ(describe(root), "a(loose) b");
-    EXPECT_EQ(x->getRefCount(), 1);
-}
-
-TEST_F(TreeOps, ANodeCannotGoInsideItself) {
-    build(root, "a(b(c))");
+TEST_F(TreeOps, EveryFailedCallRaisesItsErrorAndChangesNothing) {
+    build(root, "a(b(c)) d");
     ZtNode* a = child("a");
     ZtNode* b = a->getFirstChild();
     ZtNode* c = b->getFirstChild();
-    const char* message = "SYSTEM ERROR: Argument is out of range.";
-    expectError(raised([&] { c->appendChild(a); }), 4, message, "ZtCommonNS::ZtNode::appendChild");
-    expectError(raised([&] { a->appendChild(a); }), 4, message, "ZtCommonNS::ZtNode::appendChild");
-    expectError(raised([&] { b->insertBefore(a, c); }), 4, message,
-                "ZtCommonNS::ZtNode::insertBefore");
-    expectError(raised([&] { b->replaceChild(root, c); }), 4, message,
-                "ZtCommonNS::ZtNode::replaceChild");
-    // Documents are never children, not even of their own nodes.
-    expectError(raised([&] { c->appendChild(doc); }), 4, message,
-                "ZtCommonNS::ZtNode::appendChild");
-    EXPECT_EQ(describe(root), "a(b(c))");
-    EXPECT_EQ(doc->getParentNode(), nullptr);
-    // Moving a node down into a sibling's subtree is fine.
-    build(root, "d");
-    c->appendChild(child("d"));
+    ZtNode* d = child("d");
+    ZtPtr<ZtElement> loose = element("loose"), x = element("x");
+    ZtPtr<ZtDocumentFragment> fragment = doc->createDocumentFragment();
+    ZtPtr<ZtDocument> otherDoc = newDocument();
+    ZtPtr<ZtElement> strangerParent = otherDoc->createElement(name("p"));
+    ZtNode* stranger = strangerParent->appendChild(otherDoc->createElement(name("s")));
+    const char* notChild = "oldChild is not a child of this node.";
+    const char* refNotChild = "refChild is not a child of this node.";
+    const char* foreign = "newChild is created from a different document.";
+    const char* range = "Argument is out of range.";
+    const std::string append = "ZtNode::appendChild", insert = "ZtNode::insertBefore",
+                      replace = "ZtNode::replaceChild", remove = "ZtNode::removeChild";
+    const ErrorCase cases[] = {
+        {3, "newChild is null.", append, [&] { root->appendChild(nullptr); }},
+        {3, "newChild is null.", insert, [&] { root->insertBefore(nullptr, a); }},
+        {3, "newChild is null.", replace, [&] { root->replaceChild(nullptr, a); }},
+        {3, "oldChild is null.", replace, [&] { root->replaceChild(x, nullptr); }},
+        {3, "oldChild is null.", remove, [&] { root->removeChild(nullptr); }},
+        {6, foreign, append, [&] { root->appendChild(stranger); }},
+        {6, foreign, insert, [&] { root->insertBefore(stranger, d); }},
+        {6, foreign, replace, [&] { root->replaceChild(stranger, d); }},
+        {9, refNotChild, insert, [&] { root->insertBefore(x, loose); }},
+        {9, notChild, replace, [&] { root->replaceChild(x, loose); }},
+        {9, notChild, remove, [&] { root->removeChild(loose); }},
+        {9, notChild, remove, [&] { root->removeChild(c); }}, // a grandchild
+        // The reference check comes before the same-node shortcut of insertBefore.
+        {9, refNotChild, insert, [&] { root->insertBefore(loose, loose); }},
+        {4, range, append, [&] { c->appendChild(a); }},
+        {4, range, append, [&] { a->appendChild(a); }},
+        {4, range, insert, [&] { b->insertBefore(a, c); }},
+        {4, range, replace, [&] { b->replaceChild(root, c); }},
+        {4, range, append, [&] { c->appendChild(doc); }}, // documents are never children
+        {11, "Cannot set a value on node type: 1", "ZtNode::setNodeValue",
+         [&] { a->setNodeValue(ZtValue(1)); }},
+        {11, "Cannot set a value on node type: 11", "ZtNode::setNodeValue",
+         [&] { fragment->setNodeValue(ZtValue()); }},
+    };
+    for (const ErrorCase& k : cases) {
+        expectError(k.call, k.code, k.message, k.source);
+        EXPECT_EQ(describe(root), "a(b(c)) d");
+        for (const ZtNode* n : Nodes{root, a, b, c, strangerParent})
+            expectLinksConsistent(n);
+        for (const ZtNode* n : Nodes{a, b, c, d, stranger, loose, x})
+            EXPECT_EQ(n->getRefCount(), 1) << label(n);
+        EXPECT_EQ(stranger->getParentNode(), strangerParent.get());
+        EXPECT_EQ(doc->getParentNode(), nullptr);
+    }
+    EXPECT_TRUE(a->getNodeValue().isNull());
+    c->appendChild(d); // moving a node down into a sibling's subtree is fine
     EXPECT_EQ(describe(root), "a(b(c(d)))");
-}
-
-TEST_F(TreeOps, ADocumentTakesItsOwnNodes) {
-    ZtPtr<ZtProcessingInstruction> pi = doc->createProcessingInstruction(name("pi"), u"data");
-    doc->appendChild(pi);
-    doc->appendChild(root);
-    EXPECT_EQ(doc->getDocumentElement(), root.get());
-    EXPECT_EQ(root->getOwnerDocument(), doc.get());
-    EXPECT_EQ(doc->getOwnerDocument(), doc.get());
-    EXPECT_EQ(root->getParentNode(), doc.get());
-    expectLinksConsistent(doc);
 }
 
 TEST_F(TreeOps, ListsAreLiveAndCountByWalking) {
     ZtPtr<ZtNodeList> children = root->getChildNodes();
     EXPECT_EQ(children->getLength(), 0);
     EXPECT_EQ(children->item(0), nullptr);
-    EXPECT_EQ(children->firstNode(), nullptr);
     build(root, "a(x y) b");
     EXPECT_EQ(children->getLength(), 2);
     EXPECT_EQ(label(children->item(1)), "b");
@@ -240,7 +142,7 @@ TEST_F(TreeOps, ListsAreLiveAndCountByWalking) {
     EXPECT_EQ(all->getLength(), 4);
     EXPECT_EQ(ys->getLength(), 1);
     build(root->getFirstChild(), "y");
-    root->insertBefore(doc->createElement(name("y")), root->getFirstChild());
+    root->insertBefore(element("y"), root->getFirstChild());
     EXPECT_EQ(children->getLength(), 3);
     EXPECT_EQ(label(children->item(0)), "y");
     EXPECT_EQ(all->getLength(), 6);
@@ -251,50 +153,42 @@ TEST_F(TreeOps, ListsAreLiveAndCountByWalking) {
     EXPECT_EQ(label(ys->lastNode()), "y");
     EXPECT_EQ(ys->getTypeName(), UnicodeString(u"TreeNodeList"));
     EXPECT_EQ(children->getTypeName(), UnicodeString(u"ChildNodeList"));
-    EXPECT_TRUE(children->isA(ZtNodeList::getStaticTypeID()));
     EXPECT_TRUE(children->isA(ZtNodeIterable::getStaticTypeID()));
-}
 
-TEST_F(TreeOps, NamespaceListMatchesUriAndLocalName) {
-    ZtName ns1 = name("urn:one");
-    ZtName ns2 = name("urn:two");
-    root->appendChild(doc->createElementNS(ns1, name("p"), name("item")));
+    // The namespace form matches namespace URI and local name.
+    ZtName ns1 = name("urn:one"), ns2 = name("urn:two");
+    ZtNode* p = root->appendChild(doc->createElementNS(ns1, name("p"), name("item")));
     root->appendChild(doc->createElementNS(ns2, name("q"), name("item")));
     root->appendChild(doc->createElementNS(ns1, name("r"), name("other")));
-    root->getFirstChild()->appendChild(doc->createElementNS(ns1, name("item")));
+    p->appendChild(doc->createElementNS(ns1, name("item")));
     ZtPtr<ZtNodeList> items = root->getElementsByTagNameNS(ns1, name("item"));
     ASSERT_EQ(items->getLength(), 2);
-    EXPECT_EQ(label(items->item(0)), "p:item");
-    EXPECT_EQ(label(items->item(1)), "item");
-    EXPECT_EQ(items->item(1)->getParentNode(), root->getFirstChild());
+    EXPECT_EQ(items->item(0), p);
+    EXPECT_EQ(items->item(1), p->getFirstChild());
     EXPECT_EQ(root->getElementsByTagName(name("q:item"))->getLength(), 1);
 }
 
 TEST_F(TreeOps, RemovingAllChildrenReleasesThem) {
     build(root, "a(b c) d #t");
-    ZtNode* a = child("a");
-    a->addRef();
+    ZtPtr<ZtNode> a(child("a"));
     root->removeAllChildNodes();
     EXPECT_FALSE(root->hasChildNodes());
     EXPECT_EQ(a->getRefCount(), 1);
     EXPECT_EQ(a->getParentNode(), nullptr);
     EXPECT_EQ(describe(a), "b c"); // removeAllChildNodes keeps the subtrees of survivors
-    a->release();
 
     build(root, "a(b(c) d) e");
-    ZtNode* b = child("a")->getFirstChild();
-    b->addRef();
+    ZtPtr<ZtNode> b(child("a")->getFirstChild());
     EXPECT_EQ(root->deleteAllChildNodes(), 5);
     EXPECT_FALSE(root->hasChildNodes());
     // deleteAllChildNodes takes every node apart, survivors included.
     EXPECT_EQ(b->getParentNode(), nullptr);
     EXPECT_FALSE(b->hasChildNodes());
     EXPECT_EQ(b->getRefCount(), 1);
-    b->release();
 }
 
 TEST_F(TreeOps, AppendChildrenMovesARunOfSiblings) {
-    ZtPtr<ZtElement> other = doc->createElement(name("other"));
+    ZtPtr<ZtElement> other = element("other");
     build(other, "a b c d");
     build(root, "x");
     root->appendChildren(other->getChildNodeByName(name("b")),
@@ -308,21 +202,16 @@ TEST_F(TreeOps, AppendChildrenMovesARunOfSiblings) {
     // A run that would put root inside itself is refused before anything moves.
     build(other, "p q");
     other->getLastChild()->appendChild(root);
-    expectError(raised([&] { root->appendChildren(other->getFirstChild(), nullptr); }), 4,
-                "SYSTEM ERROR: Argument is out of range.", "ZtCommonNS::ZtNode::appendChild");
+    expectError([&] { root->appendChildren(other->getFirstChild(), nullptr); }, 4,
+                "Argument is out of range.", "ZtNode::appendChild");
     EXPECT_EQ(describe(other), "p q(root(x b c a d))");
 }
 
 TEST_F(TreeOps, LineFeedTextAndAppendChildText) {
     build(root, "a");
     ZtNode* text = root->appendChildText(u"hello");
-    ASSERT_NE(text, nullptr);
-    EXPECT_TRUE(text->isText());
-    EXPECT_EQ(root->getLastChild(), text);
     ZtNode* lf = root->appendChildTextLF();
-    EXPECT_EQ(lf->getText(), UnicodeString(u"\n"));
     ZtNode* lf2 = root->insertBeforeTextLF(child("a"));
-    EXPECT_EQ(root->getFirstChild(), lf2);
     EXPECT_EQ(describe(root), "#\n a #hello #\n");
     EXPECT_EQ(lf2->getNextSiblingOrSelfIgnoreEmptyOrWhitespace(), child("a"));
     EXPECT_EQ(text->getNextSiblingOrSelfIgnoreEmptyOrWhitespace(), text);

@@ -1,4 +1,8 @@
-// Escaping any text into an NCName and back, and the CSS identifier repair.
+// The text functions of ZtChar: escaping any text into an NCName and back, the CSS identifier
+// repair, name and white-space tests of whole texts, and the width and mirror conversions of
+// texts, against the hand-written table data/text_functions.tsv.
+#include <functional>
+#include <map>
 #include <random>
 
 #include <gtest/gtest.h>
@@ -46,32 +50,6 @@ TEST(CharEscape, RoundTripsRandomTextsIntoValidNames) {
     }
 }
 
-TEST(CharEscape, Format) {
-    EXPECT_EQ(ZtChar::escapeNCNameStr(u"", '_'), UnicodeString(u"_"));
-    EXPECT_EQ(ZtChar::unescapeNCNameStr(u"_", '_'), UnicodeString(u""));
-    EXPECT_EQ(ZtChar::escapeNCNameStr(u"abc", '_'), UnicodeString(u"abc"));
-    EXPECT_EQ(ZtChar::escapeNCNameStr(u"a_b", '_'), UnicodeString(u"a_005Fb"));
-    EXPECT_EQ(ZtChar::escapeNCNameStr(u"1a", '_'), UnicodeString(u"_0031a"));
-    EXPECT_EQ(ZtChar::escapeNCNameStr(u"a1", '_'), UnicodeString(u"a1"));
-    EXPECT_EQ(ZtChar::escapeNCNameStr(u"a b:c", '_'), UnicodeString(u"a_0020b_003Ac"));
-    EXPECT_EQ(ZtChar::escapeNCNameStr(u"-", '_'), UnicodeString(u"_002D"));
-    // A supplementary name character stays whole; one of plane 15 is escaped unit by unit.
-    EXPECT_EQ(ZtChar::escapeNCNameStr(u"\U00020000", '_'), UnicodeString(u"\U00020000"));
-    EXPECT_EQ(ZtChar::escapeNCNameStr(u"a\U000F0000", '_'), UnicodeString(u"a_DB80_DC00"));
-    // A hex-letter escape works because an escape always takes exactly four digits.
-    EXPECT_EQ(ZtChar::escapeNCNameStr(u"BAD", 'A'), UnicodeString(u"BA0041D"));
-    EXPECT_EQ(ZtChar::unescapeNCNameStr(u"BA0041D", 'A'), UnicodeString(u"BAD"));
-}
-
-TEST(CharEscape, UnescapeKeepsWhatIsNoEscape) {
-    EXPECT_EQ(ZtChar::unescapeNCNameStr(u"a_b", '_'), UnicodeString(u"a_b"));
-    EXPECT_EQ(ZtChar::unescapeNCNameStr(u"a_00", '_'), UnicodeString(u"a_00"));
-    EXPECT_EQ(ZtChar::unescapeNCNameStr(u"_004g", '_'), UnicodeString(u"_004g"));
-    EXPECT_EQ(ZtChar::unescapeNCNameStr(u"_004a_", '_'), UnicodeString(u"J_"));
-    EXPECT_EQ(ZtChar::unescapeNCNameStr(u"__0041", '_'), UnicodeString(u"_A"));
-    EXPECT_EQ(ZtChar::unescapeNCNameStr(u"", '_'), UnicodeString(u""));
-}
-
 TEST(CharEscape, EscapeCharacterMustStartAName) {
     for (char bad : {'-', '.', '1', ':', ' ', '\0', '%', static_cast<char>(0xE9)}) {
         try {
@@ -86,20 +64,27 @@ TEST(CharEscape, EscapeCharacterMustStartAName) {
     }
 }
 
-TEST(CharEscape, CssIdentifierRepair) {
-    auto css = [](const UnicodeString& s) { return ZtChar::replaceToCSSIdentTokenStr(s, '_'); };
-    EXPECT_EQ(css(u""), UnicodeString(u""));
-    EXPECT_EQ(css(u"abc"), UnicodeString(u"abc"));
-    EXPECT_EQ(css(u"-abc"), UnicodeString(u"-abc"));
-    EXPECT_EQ(css(u"--x"), UnicodeString(u"--x"));
-    EXPECT_EQ(css(u"1a"), UnicodeString(u"_a"));
-    EXPECT_EQ(css(u"-1a"), UnicodeString(u"-_a"));
-    EXPECT_EQ(css(u"a1-b_c"), UnicodeString(u"a1-b_c"));
-    EXPECT_EQ(css(u"a b.c:d"), UnicodeString(u"a_b_c_d"));
-    EXPECT_EQ(css(u"\u00B7\u00D7\u00E9"), UnicodeString(u"\u00B7_\u00E9"));
-    EXPECT_EQ(css(u"x\u037E\u3000\u3001"), UnicodeString(u"x__\u3001"));
-    // Everything from U+10000 up is allowed, plane 16 too; a lone surrogate is not.
-    EXPECT_EQ(css(u"\U0010FFFDx"), UnicodeString(u"\U0010FFFDx"));
-    EXPECT_EQ(css(UnicodeString(u"a").append(UChar(0xDC00)).append(u"b")), UnicodeString(u"a_b"));
-    EXPECT_EQ(ZtChar::replaceToCSSIdentTokenStr(u"a%b", '-'), UnicodeString(u"a-b"));
+TEST(CharEscape, TextFunctionsMatchTheTable) {
+    using Function = std::function<UnicodeString(const UnicodeString&, char)>;
+    auto yesNo = [](bool b) { return UnicodeString(b ? u"true" : u"false"); };
+    const std::map<std::string, Function> functions = {
+        {"isNCNameStr", [&](auto& s, char) { return yesNo(ZtChar::isNCNameStr(s)); }},
+        {"isNameStr", [&](auto& s, char) { return yesNo(ZtChar::isNameStr(s)); }},
+        {"isEmptyOrWhitespace",
+         [&](auto& s, char) { return yesNo(ZtChar::isEmptyOrWhitespace(s)); }},
+        {"isWhitespace", [&](auto& s, char) { return yesNo(ZtChar::isWhitespace(s)); }},
+        {"escape", [](auto& s, char c) { return ZtChar::escapeNCNameStr(s, c); }},
+        {"unescape", [](auto& s, char c) { return ZtChar::unescapeNCNameStr(s, c); }},
+        {"css", [](auto& s, char c) { return ZtChar::replaceToCSSIdentTokenStr(s, c); }},
+        {"toZenkaku", [](auto& s, char) { return ZtChar::toZenkaku(s); }},
+        {"toZenkakuKana", [](auto& s, char) { return ZtChar::toZenkakuKana(s); }},
+        {"toFullsizeKana", [](auto& s, char) { return ZtChar::toFullsizeKana(s); }},
+        {"mirror", [](auto& s, char) { return ZtChar::getMirrorString(s); }},
+    };
+    for (const Row& row : dataRows("text_functions.tsv")) {
+        const size_t colon = row.at(0).find(':');
+        const char argument = colon == std::string::npos ? '_' : row[0].at(colon + 1);
+        EXPECT_EQ(functions.at(row[0].substr(0, colon))(text(row.at(1)), argument), text(row.at(2)))
+            << row[0] << " " << row[1];
+    }
 }
