@@ -1,9 +1,10 @@
-// Helpers of the crypto tests: hexadecimal text, seeded random bytes, exactly-sized heap
-// buffers (so that AddressSanitizer catches any access past either end), and the fixture that
-// runs a test once through the hardware path and once through the portable one.
+// Helpers of the crypto tests: hexadecimal text, seeded random bytes, the published vectors
+// under data/, exactly-sized heap buffers (so that AddressSanitizer catches any access past
+// either end), and the fixture that runs a test once through the hardware path and once through
+// the portable one.
 #pragma once
 
-#include <cstdint>
+#include <fstream>
 #include <memory>
 #include <random>
 #include <string>
@@ -19,24 +20,8 @@ using Bytes = std::vector<unsigned char>;
 
 inline Bytes fromHex(const std::string& hex) {
     Bytes out;
-    int high = -1;
-    for (char ch : hex) {
-        int v;
-        if (ch >= '0' && ch <= '9')
-            v = ch - '0';
-        else if (ch >= 'a' && ch <= 'f')
-            v = ch - 'a' + 10;
-        else if (ch >= 'A' && ch <= 'F')
-            v = ch - 'A' + 10;
-        else
-            continue; // spaces and line breaks in the vectors
-        if (high < 0) {
-            high = v;
-        } else {
-            out.push_back(static_cast<unsigned char>(high << 4 | v));
-            high = -1;
-        }
-    }
+    for (size_t i = 0; i + 1 < hex.size(); i += 2)
+        out.push_back(static_cast<unsigned char>(std::stoi(hex.substr(i, 2), nullptr, 16)));
     return out;
 }
 
@@ -60,16 +45,35 @@ inline Bytes randomBytes(std::mt19937& rng, size_t n) {
     return b;
 }
 
+// The rows of a tab-separated file of tests/crypto/data ('#' starts a comment line). The
+// caller checks the row count, so that a missing or cut file cannot pass unnoticed.
+inline std::vector<std::vector<std::string>> readTable(const std::string& name) {
+    std::ifstream in(std::string(ZT_SOURCE_DIR) + "/tests/crypto/data/" + name);
+    EXPECT_TRUE(in.is_open()) << name;
+    std::vector<std::vector<std::string>> rows;
+    for (std::string line; std::getline(in, line);) {
+        if (line.empty() || line[0] == '#')
+            continue;
+        rows.emplace_back(1);
+        for (char ch : line) {
+            if (ch == '\t')
+                rows.back().emplace_back();
+            else
+                rows.back().back().push_back(ch);
+        }
+    }
+    return rows;
+}
+
 // A heap block of exactly n bytes (at least one is allocated so that the pointer is valid):
 // reading or writing past its end, or before its start, is an ASan report.
 class ExactBuffer {
 public:
     explicit ExactBuffer(size_t n, unsigned char fill = 0xA5)
         : size_(n), data_(new unsigned char[n == 0 ? 1 : n]) {
-        for (size_t i = 0; i < (n == 0 ? 1 : n); ++i)
-            data_[i] = fill;
+        std::fill(data_.get(), data_.get() + (n == 0 ? 1 : n), fill);
     }
-    ExactBuffer(const Bytes& content) : ExactBuffer(content.size()) {
+    explicit ExactBuffer(const Bytes& content) : ExactBuffer(content.size()) {
         std::copy(content.begin(), content.end(), data_.get());
     }
     unsigned char* data() { return data_.get(); }

@@ -1,6 +1,7 @@
 // A uniform face over the five digest contexts, for tests that run the same checks on each.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "crypto_test_util.h"
@@ -8,61 +9,46 @@
 
 namespace crypto_test {
 
-enum class Algo { Md5, Sha1, Sha256, Sha384, Sha512 };
+// Sizes of the pieces handed to Update, one call per piece (the last is cut to what is left).
+using Pieces = std::function<size_t()>;
 
-inline const char* algoName(Algo a) {
-    switch (a) {
-    case Algo::Md5:
-        return "MD5";
-    case Algo::Sha1:
-        return "SHA1";
-    case Algo::Sha256:
-        return "SHA256";
-    case Algo::Sha384:
-        return "SHA384";
-    default:
-        return "SHA512";
-    }
-}
-
-// Digests `message`, handing it to Update in pieces whose sizes come from `chunk(i)` (any
-// positive size; the last piece is cut to what is left).
-template <class Ctx, class ChunkFn>
-Bytes digestInPieces(const unsigned char* message, size_t length, ChunkFn chunk) {
+// Digests a message in pieces into a buffer of exactly the digest's length.
+template <class Ctx>
+Bytes digestInPieces(const unsigned char* message, size_t length, Pieces next) {
     Ctx ctx;
-    size_t done = 0;
-    for (int i = 0; done < length; ++i) {
-        size_t n = chunk(i);
-        if (n > length - done)
-            n = length - done;
-        ctx.Update(message + done, static_cast<decltype(n)>(n));
-        done += n;
+    for (size_t done = 0, n = 0; done < length; done += n) {
+        n = std::min(next(), length - done);
+        ctx.Update(message + done, n);
     }
-    Bytes out(Ctx::DIGEST_LENGTH);
+    ExactBuffer out(Ctx::DIGEST_LENGTH);
     ctx.Final(out.data());
-    return out;
+    return out.bytes();
 }
 
-template <class ChunkFn>
-Bytes digestInPieces(Algo a, const unsigned char* message, size_t length, ChunkFn chunk) {
-    using namespace ZtCommonNS;
-    switch (a) {
-    case Algo::Md5:
-        return digestInPieces<MD5_CTX>(message, length, chunk);
-    case Algo::Sha1:
-        return digestInPieces<SHA1_CTX>(message, length, chunk);
-    case Algo::Sha256:
-        return digestInPieces<SHA256_CTX>(message, length, chunk);
-    case Algo::Sha384:
-        return digestInPieces<SHA384_CTX>(message, length, chunk);
-    default:
-        return digestInPieces<SHA512_CTX>(message, length, chunk);
+struct Digest {
+    const char* name; // as the vectors, coreutils and OpenSSL spell it
+    Bytes (*inPieces)(const unsigned char*, size_t, Pieces);
+
+    Bytes of(const std::string& message) const {
+        return inPieces(reinterpret_cast<const unsigned char*>(message.data()), message.size(),
+                        [&] { return message.size(); });
     }
-}
+};
 
-inline Bytes digestOf(Algo a, const std::string& message) {
-    return digestInPieces(a, reinterpret_cast<const unsigned char*>(message.data()), message.size(),
-                          [&](int) { return message.size(); });
+inline const Digest kDigests[] = {
+    {"MD5", digestInPieces<ZtCommonNS::MD5_CTX>},
+    {"SHA1", digestInPieces<ZtCommonNS::SHA1_CTX>},
+    {"SHA256", digestInPieces<ZtCommonNS::SHA256_CTX>},
+    {"SHA384", digestInPieces<ZtCommonNS::SHA384_CTX>},
+    {"SHA512", digestInPieces<ZtCommonNS::SHA512_CTX>},
+};
+
+inline const Digest& digestNamed(const std::string& name) {
+    for (const Digest& d : kDigests)
+        if (name == d.name)
+            return d;
+    ADD_FAILURE() << "no digest " << name;
+    return kDigests[0];
 }
 
 } // namespace crypto_test

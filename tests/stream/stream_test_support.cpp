@@ -1,6 +1,7 @@
 // The private temporary directory of the stream tests and shared helpers.
 #include "stream_test_support.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 
@@ -68,6 +69,14 @@ std::string md5Of(const std::string& bytes) {
     unsigned char digest[16];
     md5.Final(digest);
     return std::string(reinterpret_cast<const char*>(digest), 16);
+}
+
+std::string hex(const std::string& bytes) {
+    std::string out;
+    char pair[3];
+    for (unsigned char c : bytes)
+        out.append(pair, static_cast<size_t>(std::snprintf(pair, sizeof pair, "%02x", c)));
+    return out;
 }
 
 std::string contentOf(ZtCommonNS::ZtMemStream& stream) {

@@ -41,8 +41,10 @@ std::string patternBytes(size_t n, unsigned seed = 1);
 // reads nothing; one byte further fails and moves nothing. Leaves the stream good, at `length`.
 void expectReadSeekLimit(std::istream& stream, std::streamoff length);
 
-// The 16 raw bytes of the MD5 digest of `bytes`, from the library's MD5.
+// The 16 raw bytes of the MD5 digest of `bytes`, from the library's MD5, and raw bytes as
+// lower-case hexadecimal.
 std::string md5Of(const std::string& bytes);
+std::string hex(const std::string& bytes);
 
 // The whole content of a memory stream, without moving its positions.
 std::string contentOf(ZtCommonNS::ZtMemStream& stream);

@@ -231,6 +231,9 @@ private:
             const size_t n = pick(0, b.size() + 2);
             const size_t expected = std::min(n, b.size());
             ASSERT_EQ(stream_->copyStream(in, n), expected);
+            if (n > b.size()) { // the input ran out and is no longer good
+                ASSERT_EQ(stream_->copyStream(in, 1), 0u);
+            }
             m.write(b.substr(0, expected));
             break;
         }
