@@ -85,19 +85,9 @@ void expectLinksConsistent(const ZtNode* node) {
     EXPECT_EQ(node->getChildNodeCount(), forward);
 }
 
-ZtError raised(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const ZtError& e) {
-        return e;
-    }
-    ADD_FAILURE() << "no ZtError was raised";
-    return ZtError();
-}
-
 void expectError(const std::function<void()>& action, int code, const std::string& message,
                  const std::string& source) {
-    ZtError error = raised(action);
+    ZtError error = caught(action);
     EXPECT_EQ(error.getErrorCode(), code) << message;
     EXPECT_EQ(utf8(error.getRawMessage()), "SYSTEM ERROR: " + message);
     EXPECT_EQ(utf8(error.getSource()), "ZtCommonNS::" + source);

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "../foundation/caught_error.h"
 #include "ztcommon/dom.h"
 
 namespace domtest {
@@ -51,8 +52,8 @@ std::string describe(const ZtNode* node);
 // at both ends of the public accessors, parents, and the counts of the public accessors.
 void expectLinksConsistent(const ZtNode* node);
 
-// Runs `action`, which must raise a ZtError; returns it (a default error when none came).
-ZtError raised(const std::function<void()>& action);
+// The ZtError an action throws (a test failure when it throws none).
+using ZtCommonNS::test::caught;
 
 // Runs `action` and checks the error it raises: code, raw message ("SYSTEM ERROR: " and
 // `message`), source ("ZtCommonNS::" and `source`) and no position.

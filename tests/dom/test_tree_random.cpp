@@ -101,7 +101,7 @@ TEST(RandomTree, MatchesAPlainModelThroughThousandsOfOperations) {
             }
         };
         if (expected > 0) {
-            EXPECT_EQ(raised([&] { call(); }).getErrorCode(), expected);
+            EXPECT_EQ(caught([&] { call(); }).getErrorCode(), expected);
             ++failures;
         } else {
             EXPECT_EQ(call(), node(op < 2 ? c : ref));

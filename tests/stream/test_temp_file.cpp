@@ -15,10 +15,12 @@
 
 #include <gtest/gtest.h>
 
+#include "../foundation/caught_error.h"
 #include "stream/temp_file_internal.h"
 #include "stream_test_support.h"
 
 using namespace ZtCommonNS;
+using ZtCommonNS::test::caught;
 namespace fs = std::filesystem;
 
 namespace {
@@ -40,16 +42,6 @@ std::string hex(unsigned long value, int width) {
 // The process id as names carry it: at least three hexadecimal digits.
 std::string pid() {
     return hex(static_cast<unsigned long>(getpid()), 3);
-}
-
-ZtError caught(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const ZtError& e) {
-        return e;
-    }
-    ADD_FAILURE() << "no ZtError was raised";
-    return ZtError();
 }
 
 // A child process that holds an fcntl write lock on a file while this object lives.
