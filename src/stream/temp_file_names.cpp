@@ -22,11 +22,6 @@ constexpr int kCreateAttempts = 100;
 // Names that already exist are skipped, not counted as failures; this bound only stops a
 // directory that claims every name from looping for ever.
 constexpr long kExistingNamesLimit = 1L << 20;
-
-std::string utf8(const UnicodeString& text) {
-    std::string out;
-    return text.toUTF8String(out);
-}
 } // namespace
 
 unsigned int nextTempFileCounter() {

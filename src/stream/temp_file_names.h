@@ -7,6 +7,12 @@
 
 namespace ZtCommonNS {
 
+// A path or name as the UTF-8 bytes the file functions take.
+inline std::string utf8(const UnicodeString& text) {
+    std::string out;
+    return text.toUTF8String(out);
+}
+
 // The system's text for an errno value.
 UnicodeString systemErrorText(int error);
 

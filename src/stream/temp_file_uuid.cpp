@@ -16,11 +16,6 @@
 namespace ZtCommonNS {
 
 namespace {
-std::string utf8(const UnicodeString& text) {
-    std::string out;
-    return text.toUTF8String(out);
-}
-
 std::string orEmpty(const char* text) {
     return text ? std::string(text) : std::string();
 }
